@@ -1,0 +1,24 @@
+#pragma once
+
+#include <Moxelcore/Core/Api.h>
+#include <Moxelcore/Core/EnumInfo.h>
+
+namespace mox {
+namespace registration {
+
+/// Transformations that a 2D landmark registration can fit.
+struct MOXELCORE_API TransformationType {
+    enum Value : int { TRANSLATION = 0, RIGID, AFFINE, PROJECTIVE, POLYNOMIAL_2, POLYNOMIAL_3 };
+
+    constexpr TransformationType(Value choice) noexcept : value(choice) {} // NOLINT(google-explicit-constructor)
+    constexpr operator Value() const noexcept { return value; } // NOLINT(google-explicit-constructor)
+
+    Value value;
+};
+
+} // namespace registration
+
+template <>
+MOXELCORE_API EnumInfo const& getEnumInfo<registration::TransformationType>();
+
+} // namespace mox

@@ -1,0 +1,28 @@
+#pragma once
+
+/// All that an application may include. The splittable blocks and the profiler, which need oneTBB's headers, are
+/// left out: include <Moxelcore/Core/access/Profiler.h> for them.
+
+#include <Moxelcore/Core/AbstractPrivateImplementation.h>
+#include <Moxelcore/Core/AlgoBorderInfluence.h>
+#include <Moxelcore/Core/AlgoInfo.h>
+#include <Moxelcore/Core/BaseAlgorithm.h>
+#include <Moxelcore/Core/Enum/AlgoPrecisionType.h>
+#include <Moxelcore/Core/Enum/ArithmeticOperatorType.h>
+#include <Moxelcore/Core/Enum/BinaryLogicalOperatorType.h>
+#include <Moxelcore/Core/Enum/DecimationOp.h>
+#include <Moxelcore/Core/Enum/GradientMagnitudeOutputType.h>
+#include <Moxelcore/Core/Enum/MatchingActionTypes.h>
+#include <Moxelcore/Core/Enum/MeasuresIndex.h>
+#include <Moxelcore/Core/Enum/Neighborhood2DType.h>
+#include <Moxelcore/Core/Enum/Neighborhood3DType.h>
+#include <Moxelcore/Core/Enum/SIMILARITY_MEASURE.h>
+#include <Moxelcore/Core/Enum/TextureFeatureTypes.h>
+#include <Moxelcore/Core/Enum/TransformationType.h>
+#include <Moxelcore/Core/Exception.h>
+#include <Moxelcore/Core/InMemoryImage.h>
+#include <Moxelcore/Core/InteractionInterface.h>
+#include <Moxelcore/Core/PropertyEnumeration.h>
+#include <Moxelcore/Core/Runnable.h>
+#include <Moxelcore/Math/MathProperty.h>
+#include <Moxelcore/Segmentation/Threshold.h>

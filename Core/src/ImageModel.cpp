@@ -1,0 +1,7 @@
+#include <Moxelcore/Core/ImageModel.h>
+
+namespace mox {
+
+ImageModel::~ImageModel() = default;
+
+} // namespace mox

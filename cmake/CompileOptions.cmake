@@ -1,0 +1,24 @@
+# Options of every target of the project; none of them reaches a user of the library.
+
+if(NOT CMAKE_BUILD_TYPE)
+    set(CMAKE_BUILD_TYPE Release)
+endif()
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+add_library(moxelcore_options INTERFACE)
+target_compile_options(moxelcore_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+if(MOXELCORE_WARNINGS_AS_ERRORS)
+    target_compile_options(moxelcore_options INTERFACE -Werror)
+endif()
+if(MOXELCORE_SANITIZE)
+    target_compile_options(moxelcore_options INTERFACE -fsanitize=${MOXELCORE_SANITIZE} -fno-sanitize-recover=all
+                                                      -fno-omit-frame-pointer)
+    target_link_options(moxelcore_options INTERFACE -fsanitize=${MOXELCORE_SANITIZE})
+endif()
