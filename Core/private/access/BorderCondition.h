@@ -1,0 +1,20 @@
+#pragma once
+
+#include <Moxelcore/Core/ImageModel.h>
+
+namespace mox::access {
+
+/// Answers reads of rows that may lie partly or wholly outside an image. Has no state that changes: one object
+/// serves all threads.
+template <class T>
+class BorderCondition {
+public:
+    virtual ~BorderCondition() = default;
+
+    /// Fills [begin, end) with the row that starts at column x of (y, z, t, s). Coordinates may lie anywhere, but
+    /// for s, which no condition extends: an s outside throws `UnexpectedError`. So does a row that the image fails
+    /// to read. Of an image without voxels, the fixed condition gives its value and the others 0.
+    virtual void readRow(ImageModel const& image, T* begin, T* end, int x, int y, int z, int t, int s) const = 0;
+};
+
+} // namespace mox::access
