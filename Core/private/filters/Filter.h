@@ -1,0 +1,90 @@
+#pragma once
+
+#include <Moxelcore/Core/AbstractPrivateImplementation.h>
+
+#include <memory>
+#include <type_traits>
+
+#include "Core/private/access/Sizes.h"
+#include "Core/private/filters/LeafWork.h"
+
+namespace mox {
+
+/// Whether an image is a sequence of independent planes or of volumes.
+struct Filter2dTag {};
+struct Filter3dTag {};
+struct FilterWithoutReductionTag {};
+
+namespace filters {
+
+/// What one parallel loop covers: a volume of one time and spectral index, in 2D one of its plans.
+struct Slice {
+    unsigned int timeSeries = 0;
+    unsigned int spectralSeries = 0;
+    unsigned int plan = 0; ///< used in 2D only
+};
+
+/// What all filters share whatever their voxel types: progress, cancelling, and the parallel loop over the leaves
+/// of an image.
+class Filter : public algorithms::AbstractPrivateImplementation {
+public:
+    ~Filter() override;
+
+    /// Sets the flag and stops the scheduler from starting further leaves.
+    bool cancelExecution() override;
+
+protected:
+    /// A run of its own; attaches itself to the owner, which may be null.
+    explicit Filter(BaseAlgorithm* owner);
+    /// One pass of a longer run, to which progress and cancelling belong.
+    explicit Filter(Filter& run);
+
+    /// The run's amount of work. A pass leaves it to its run.
+    void announce(uint64 numOfVoxels);
+
+    /// By request, or because the task group that the run is part of was cancelled.
+    bool isStopped() const;
+
+    /// Runs the work over the leaves of a slice; an empty one has none. What a leaf throws stops the loop and is
+    /// thrown here.
+    void forEachLeaf(Filter2dTag, access::Sizes const& sizes, Slice const& slice, LeafWork& work);
+    void forEachLeaf(Filter3dTag, access::Sizes const& sizes, Slice const& slice, LeafWork& work);
+
+    /// Calls `work` for each slice, one after the other, until the run is stopped.
+    template <class Dimensions, class Work>
+    void forEachSlice(Dimensions, access::Sizes const& sizes, Work&& work)
+    {
+        unsigned int const plans = std::is_same_v<Dimensions, Filter2dTag> ? sizes.plans : 1;
+        for (unsigned int t = 0; t < sizes.timeSeries; ++t) {
+            for (unsigned int s = 0; s < sizes.spectralSeries; ++s) {
+                for (unsigned int plan = 0; plan < plans; ++plan) {
+                    if (isStopped()) {
+                        return;
+                    }
+                    work(Slice{t, s, plan});
+                }
+            }
+        }
+    }
+
+private:
+    struct Context;
+    std::shared_ptr<Context> context_;
+    bool isPass_;
+};
+
+/// A run of several filters one after the other: one progress over all of them, one cancel. Passes are constructed
+/// with it, and are not started once `isStopped`.
+class PassSequence final : public Filter {
+public:
+    PassSequence(BaseAlgorithm* owner, uint64 numOfVoxels)
+        : Filter(owner)
+    {
+        announce(numOfVoxels);
+    }
+
+    using Filter::isStopped;
+};
+
+} // namespace filters
+} // namespace mox

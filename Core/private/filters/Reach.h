@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Core/private/access/Rows.h"
+#include "Core/private/access/Sizes.h"
+
+#include <Moxelcore/Core/access/Block.h>
+
+namespace mox::filters {
+
+/// How far a kernel reads beyond the voxel that it writes, on each side.
+struct Reach {
+    unsigned int columnsBegin = 0;
+    unsigned int columnsEnd = 0;
+    unsigned int rowsBegin = 0;
+    unsigned int rowsEnd = 0;
+    unsigned int plansBegin = 0;
+    unsigned int plansEnd = 0;
+
+    bool operator==(Reach const&) const = default;
+};
+
+/// The voxels of a leaf that no other leaf reads. A neighbour before the leaf reads into it as far as the kernel
+/// reaches towards the end, and the other way round. There is no neighbour at a face of the image.
+inline access::SafeBox safeBox(access::Block const& leaf, Reach const& reach, access::Sizes const& sizes)
+{
+    auto const first = [](unsigned int begin, unsigned int reachEnd) {
+        return int64{begin} + (begin > 0 ? reachEnd : 0);
+    };
+    auto const last = [](unsigned int end, unsigned int size, unsigned int reachBegin) {
+        return int64{end} - 1 - (end < size ? reachBegin : 0);
+    };
+    return {first(leaf.getBeginColumn(), reach.columnsEnd), last(leaf.getEndColumn(), sizes.columns, reach.columnsBegin),
+            first(leaf.getBeginRow(), reach.rowsEnd),       last(leaf.getEndRow(), sizes.rows, reach.rowsBegin),
+            first(leaf.getBeginPlan(), reach.plansEnd),     last(leaf.getEndPlan(), sizes.plans, reach.plansBegin)};
+}
+
+} // namespace mox::filters
