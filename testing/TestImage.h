@@ -3,6 +3,7 @@
 #include <Moxelcore/Core/InMemoryImage.h>
 
 #include <atomic>
+#include <functional>
 #include <stdexcept>
 
 namespace mox::testing {
@@ -17,6 +18,7 @@ public:
     bool allocates = true;
     bool interprets = true;
     bool calibrates = true;
+    std::function<void()> beforeRowOperation = [] {};
 
     /// The k-th row operation from now on fails, counted from 1. 0 is none.
     void failAt(int k, Fault fault)
@@ -86,6 +88,7 @@ private:
     bool succeeds() const
     {
         ++operations_;
+        beforeRowOperation();
         if (countdown_ == 0 || --countdown_ != 0) {
             return true;
         }

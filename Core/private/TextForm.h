@@ -20,7 +20,12 @@ struct TextForm {
 };
 
 template <class T>
-    requires std::is_arithmetic_v<T>
+concept HasTextForm = TextForm<T>::exists;
+
+template <class T>
+concept Arithmetic = std::is_arithmetic_v<T>;
+
+template <Arithmetic T>
 struct TextForm<T> {
     static constexpr bool exists = true;
     static void read(std::istream& in, T& value) { in >> value; }
@@ -51,8 +56,7 @@ struct TextForm<String> {
     }
 };
 
-template <class T>
-    requires TextForm<T>::exists
+template <HasTextForm T>
 struct TextForm<Vector<T>> {
     static constexpr bool exists = true;
     static void read(std::istream& in, Vector<T>& value)
@@ -77,7 +81,7 @@ private:
 template <class T>
 bool readText(String const& text, T& value)
 {
-    if constexpr (TextForm<T>::exists) {
+    if constexpr (HasTextForm<T>) {
         std::istringstream in(text.c_str());
         in.imbue(std::locale::classic());
         TextForm<T>::read(in, value);

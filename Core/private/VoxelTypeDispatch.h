@@ -10,10 +10,11 @@ namespace mox {
 
 /// A list of voxel types. Rules and runners name the same list, so that they cannot drift apart.
 template <class... T>
-struct TypeVector {};
+struct TypeVector {
+};
 
-using RealVoxels = TypeVector<unsigned char, unsigned short, unsigned int, uint64, signed char, short, int, int64,
-                              float, double>;
+using RealVoxels =
+    TypeVector<unsigned char, unsigned short, unsigned int, uint64, signed char, short, int, int64, float, double>;
 using IntegerVoxels = TypeVector<unsigned char, unsigned short, unsigned int, uint64, signed char, short, int, int64>;
 using NarrowVoxels = TypeVector<unsigned char, unsigned short, signed char, short>;
 using SseVoxels = TypeVector<unsigned char, short, float, double, signed char, unsigned short, unsigned int, int>;

@@ -23,8 +23,9 @@ auto rule(Argument const&... arguments)
 {
     return [bound = std::tuple<Argument const&...>(arguments...)](auto& property) {
         using Value = typename std::remove_reference_t<decltype(property)>::Value;
-        std::apply([&](auto const&... a) { PropertyAccess::addRule<Value>(property, boost::make_shared<Rule<Value>>(a...)); },
-                   bound);
+        std::apply(
+            [&](auto const&... a) { PropertyAccess::addRule<Value>(property, boost::make_shared<Rule<Value>>(a...)); },
+            bound);
     };
 }
 

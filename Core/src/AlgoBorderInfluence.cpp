@@ -17,9 +17,8 @@ AlgoBorderInfluence::AlgoBorderInfluence(unsigned int columnsBegin, unsigned int
                                          unsigned int rowsEnd, unsigned int plansBegin, unsigned int plansEnd,
                                          unsigned int timeSeriesBegin, unsigned int timeSeriesEnd,
                                          unsigned int spectralSeriesBegin, unsigned int spectralSeriesEnd)
-    : counts_{columnsBegin, columnsEnd,      rowsBegin,     rowsEnd,             plansBegin,
-              plansEnd,     timeSeriesBegin, timeSeriesEnd, spectralSeriesBegin, spectralSeriesEnd,
-              0}
+    : counts_{columnsBegin,    columnsEnd,    rowsBegin,           rowsEnd,           plansBegin, plansEnd,
+              timeSeriesBegin, timeSeriesEnd, spectralSeriesBegin, spectralSeriesEnd, 0}
 {
 }
 

@@ -2,19 +2,20 @@
 
 #include <Moxelcore/Math/BasicVector.h>
 
-#include <concepts>
 #include <istream>
 
 #include "Core/private/TextForm.h"
 
 namespace mox {
 
-/// Components separated by white space.
 template <class V>
-    requires requires(V& vector) {
-        { vector.dim() } -> std::same_as<unsigned int>;
-        vector.squaredLength();
-    }
+concept MathVector = requires(V const& vector)
+{
+    vector.squaredLength();
+};
+
+/// Components separated by white space.
+template <MathVector V>
 struct TextForm<V> {
     static constexpr bool exists = true;
     static void read(std::istream& in, V& value)

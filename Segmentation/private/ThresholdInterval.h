@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cmath>
+#include <concepts>
 #include <limits>
 #include <type_traits>
 
@@ -13,8 +14,7 @@ class ThresholdInterval;
 
 /// Conversion to double is monotone, so that the accepted integers are one interval of their own type. Both ends are
 /// found once, with the very comparison of the definition; a voxel then costs one subtraction and one comparison.
-template <class T>
-    requires std::is_integral_v<T>
+template <std::integral T>
 class ThresholdInterval<T> {
 public:
     ThresholdInterval(double low, double high)
@@ -66,8 +66,7 @@ private:
 };
 
 /// The ends are rounded inwards to T, so that voxels are compared in their own type.
-template <class T>
-    requires std::is_floating_point_v<T>
+template <std::floating_point T>
 class ThresholdInterval<T> {
 public:
     ThresholdInterval(double low, double high)

@@ -24,7 +24,7 @@ public:
             return;
         }
         auto const interval = interval_; // a copy that writing to `out` cannot change
-#pragma GCC ivdep // in and out are the same row or do not overlap
+#pragma GCC ivdep                        // in and out are the same row or do not overlap
         for (std::size_t i = 0; i < count; ++i) {
             out[i] = static_cast<Out>(interval.contains(in[i]));
         }

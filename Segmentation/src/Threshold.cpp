@@ -1,15 +1,13 @@
 #include <Moxelcore/Segmentation/Threshold.h>
 
-#include <boost/make_shared.hpp>
-
 #include "Core/private/Rules/RuleAssertDimension.h"
 #include "Core/private/Rules/RuleAssertNotNull.h"
 #include "Core/private/Rules/RuleAssertType.h"
 #include "Core/private/Rules/RuleEnforceSameSizeAndCalibration.h"
 #include "Core/private/Rules/RuleSetInterpretation.h"
-#include "Core/private/access/FixedBorderCondition.h"
 #include "Core/private/declare.h"
 #include "Core/private/filters/RecursiveImageFilter.h"
+#include "Core/private/filters/fixedView.h"
 #include "Core/private/runners.h"
 #include "Segmentation/private/ThresholdScalarGeneric.h"
 
@@ -24,10 +22,8 @@ void runFilter(Threshold& algorithm)
     using Kernel = ThresholdScalarGeneric<In>;
     Kernel const kernel(algorithm.lowLevel, algorithm.highLevel);
     RecursiveImageFilter3d<In, Out, Arch, Kernel> filter(&algorithm, kernel);
-    filter.setInput(boost::make_shared<ArchView<In, Arch>>(*algorithm.input.get(),
-                                                           access::FixedBorderCondition<In>::create()));
-    filter.setOutput(boost::make_shared<ArchView<Out, Arch>>(*algorithm.output.get(),
-                                                             access::FixedBorderCondition<Out>::create()));
+    filter.setInput(fixedView<In, Arch>(*algorithm.input.get()));
+    filter.setOutput(fixedView<Out, Arch>(*algorithm.output.get()));
     filter.run();
 }
 
@@ -54,9 +50,8 @@ void Threshold::init()
                  rule<RuleAssertDimension>(SPECTRAL_SERIES, 1U));
     declareInput(lowLevel, "lowLevel", 0.0);
     declareInput(highLevel, "highLevel", 255.0);
-    declareOutput(output, "output", nullptr, rule<RuleAssertNotNull>(),
-                  rule<RuleEnforceSameSizeAndCalibration>(input), rule<RuleAssertType>(NarrowVoxels()),
-                  rule<RuleSetInterpretation>(INTERPRETATION_BINARY));
+    declareOutput(output, "output", nullptr, rule<RuleAssertNotNull>(), rule<RuleEnforceSameSizeAndCalibration>(input),
+                  rule<RuleAssertType>(NarrowVoxels()), rule<RuleSetInterpretation>(INTERPRETATION_BINARY));
 }
 
 AlgoBorderInfluence Threshold::getAlgoBorderInfluence() const

@@ -11,8 +11,7 @@ namespace mox::helper {
 /// Where a failure is reported to come from. The file is a name of this library, folder and class, never a path of
 /// the machine that built it; the line is that of the call unless a fixed one is given.
 struct Site {
-    Site(char const* siteFile, // NOLINT(google-explicit-constructor): call sites pass the bare name
-         int siteLine = static_cast<int>(std::source_location::current().line()))
+    Site(char const* siteFile, int siteLine = static_cast<int>(std::source_location::current().line()))
         : file(siteFile)
         , line(siteLine)
     {

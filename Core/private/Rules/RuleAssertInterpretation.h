@@ -27,9 +27,9 @@ public:
         rules::requireValue(property.value, source);
         ImageInterpretation const current = property.value->getInterpretation();
         if (std::find(allowed_.begin(), allowed_.end(), current) == allowed_.end()) {
-            helper::raise<RuleException>(source, "Interpretation must be one of the following items : ",
-                                         rules::listedTexts(allowed_), ". Current interpretation is ",
-                                         helper::getText(current));
+            helper::raise<RuleException>(
+                source, "Interpretation must be one of the following items : ", rules::listedTexts(allowed_),
+                ". Current interpretation is ", helper::getText(current));
         }
     }
 

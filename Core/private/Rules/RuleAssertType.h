@@ -34,9 +34,9 @@ public:
         rules::requireValue(property.value, source);
         VoxelTypes const current = property.value->getVoxelType();
         if (std::find(allowed_.begin(), allowed_.end(), current) == allowed_.end()) {
-            helper::raise<RuleException>(source, "Voxel type must be one of the following types : ",
-                                         rules::listedTexts(allowed_), ". Current voxel type is ",
-                                         helper::getText(current));
+            helper::raise<RuleException>(
+                source, "Voxel type must be one of the following types : ", rules::listedTexts(allowed_),
+                ". Current voxel type is ", helper::getText(current));
         }
     }
 

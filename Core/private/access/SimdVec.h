@@ -23,15 +23,15 @@ public:
 
         AlignedAllocator() = default;
         template <class U>
-        AlignedAllocator(AlignedAllocator<U, N> const&) noexcept // NOLINT(google-explicit-constructor): as standard
+        AlignedAllocator(AlignedAllocator<U, N> const&) noexcept
         {
         }
 
         T* allocate(std::size_t count)
         {
-            return static_cast<T*>(::operator new(count * sizeof(T), std::align_val_t{N}));
+            return static_cast<T*>(::operator new (count * sizeof(T), std::align_val_t{N}));
         }
-        void deallocate(T* memory, std::size_t) noexcept { ::operator delete(memory, std::align_val_t{N}); }
+        void deallocate(T* memory, std::size_t) noexcept { ::operator delete (memory, std::align_val_t{N}); }
 
         bool operator==(AlignedAllocator const&) const { return true; }
     };

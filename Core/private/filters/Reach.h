@@ -29,9 +29,10 @@ inline access::SafeBox safeBox(access::Block const& leaf, Reach const& reach, ac
     auto const last = [](unsigned int end, unsigned int size, unsigned int reachBegin) {
         return int64{end} - 1 - (end < size ? reachBegin : 0);
     };
-    return {first(leaf.getBeginColumn(), reach.columnsEnd), last(leaf.getEndColumn(), sizes.columns, reach.columnsBegin),
-            first(leaf.getBeginRow(), reach.rowsEnd),       last(leaf.getEndRow(), sizes.rows, reach.rowsBegin),
-            first(leaf.getBeginPlan(), reach.plansEnd),     last(leaf.getEndPlan(), sizes.plans, reach.plansBegin)};
+    return {
+        first(leaf.getBeginColumn(), reach.columnsEnd), last(leaf.getEndColumn(), sizes.columns, reach.columnsBegin),
+        first(leaf.getBeginRow(), reach.rowsEnd),       last(leaf.getEndRow(), sizes.rows, reach.rowsBegin),
+        first(leaf.getBeginPlan(), reach.plansEnd),     last(leaf.getEndPlan(), sizes.plans, reach.plansBegin)};
 }
 
 } // namespace mox::filters

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <concepts>
 #include <cstddef>
 #include <memory>
 
@@ -34,8 +33,9 @@ namespace filters {
 
 /// A kernel that makes each output voxel of the input voxel at its place. Input and output may be the same memory.
 template <class Kernel, class In, class Out>
-concept PointKernel = requires(Kernel const& kernel, In const* in, Out* out, std::size_t count) {
-    { kernel.row(in, out, count) } -> std::same_as<void>;
+concept PointKernel = requires(Kernel const& kernel, In const* in, Out* out, std::size_t count)
+{
+    kernel.row(in, out, count);
 };
 
 /// Applies a point kernel to the rows of a leaf. Rows that follow each other in memory are taken as one.
@@ -46,8 +46,7 @@ void applyToRows(Kernel const& kernel, access::Block const& leaf, InputView cons
     unsigned int const columns = leaf.getNumOfColumns();
     auto const rows = static_cast<int>(leaf.getNumOfRows());
     auto const plans = static_cast<int>(leaf.getNumOfPlans());
-    bool const oneStretchPerPlan =
-        input.isContiguous() && output.isContiguous() && columns == output.sizes().columns;
+    bool const oneStretchPerPlan = input.isContiguous() && output.isContiguous() && columns == output.sizes().columns;
     for (int z = 0; z < plans; ++z) {
         if (oneStretchPerPlan) {
             auto const start = access::detail::within(leaf, 0, 0, z, 0, 0);

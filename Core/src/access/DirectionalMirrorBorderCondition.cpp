@@ -110,8 +110,8 @@ DirectionalMirrorBorderCondition<T>::DirectionalMirrorBorderCondition(double ang
 }
 
 template <class T>
-void DirectionalMirrorBorderCondition<T>::readRow(ImageModel const& image, T* begin, T* end, int x, int y, int z,
-                                                  int t, int s) const
+void DirectionalMirrorBorderCondition<T>::readRow(ImageModel const& image, T* begin, T* end, int x, int y, int z, int t,
+                                                  int s) const
 {
     Sizes const sizes = Sizes::of(image);
     if (!isSpectralIndex(s, sizes)) {

@@ -7,10 +7,9 @@ namespace mox::profiler {
 
 namespace {
 
-constexpr char const* titles[] = {"Columns begin",        "Columns end",        "Rows begin",
-                                  "Rows end",             "Plans begin",        "Plans end",
-                                  "SpectralSeries begin", "SpectralSeries end", "TimeSeries begin",
-                                  "TimeSeries end"};
+constexpr char const* titles[] = {"Columns begin",    "Columns end",   "Rows begin",           "Rows end",
+                                  "Plans begin",      "Plans end",     "SpectralSeries begin", "SpectralSeries end",
+                                  "TimeSeries begin", "TimeSeries end"};
 
 /// In the order of the titles.
 void writeLine(std::ostream& out, access::Block const& block, char separator)

@@ -42,7 +42,8 @@ void WriteQueue<ViewType>::flush(ViewType const& view)
 template <class ViewType, class Allocator>
 OuputRow<ViewType, Allocator>::OuputRow(OuputRow const&, unsigned int, unsigned int)
 {
-    helper::raise<UnexpectedError>("Core/private/access/OuputRow", "Impossible use of OuputRow partial copy constructor");
+    helper::raise<UnexpectedError>("Core/private/access/OuputRow",
+                                   "Impossible use of OuputRow partial copy constructor");
 }
 
 template <class ViewType, class Allocator>

@@ -91,8 +91,8 @@ void Filter::forEachLeaf(Filter2dTag, access::Sizes const& sizes, Slice const& s
 
 void Filter::forEachLeaf(Filter3dTag, access::Sizes const& sizes, Slice const& slice, LeafWork& work)
 {
-    Block3d const root(range(sizes.plans, grainPlans), range(sizes.rows, grainRows),
-                       range(sizes.columns, grainColumns), slice.timeSeries, slice.spectralSeries);
+    Block3d const root(range(sizes.plans, grainPlans), range(sizes.rows, grainRows), range(sizes.columns, grainColumns),
+                       slice.timeSeries, slice.spectralSeries);
     runOver(root, work, *this, context_->group);
 }
 

@@ -5,6 +5,7 @@
 #include <Moxelcore/Core/Api.h>
 #include <Moxelcore/Core/BaseProperty.h>
 #include <Moxelcore/Core/Enum/OptimLevelType.h>
+#include <Moxelcore/Core/Exception.h>
 #include <Moxelcore/Core/InteractionInterface.h>
 
 #include <atomic>

@@ -38,10 +38,10 @@ public:
     /// Stores the value. Does nothing on a locked property.
     void set(T value);
     /// The same. Returns the value held afterwards.
-    T operator=(T const& value); // NOLINT(misc-unconventional-assign-operator)
+    T operator=(T const& value);
 
     T get() const;
-    operator T() const; // NOLINT(google-explicit-constructor)
+    operator T() const;
 
     void applyRules() override;
     String getName() const override;

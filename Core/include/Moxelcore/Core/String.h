@@ -12,7 +12,7 @@ class MOXELCORE_API String {
 public:
     String();
     /// A null pointer gives the empty text.
-    String(char const* text); // NOLINT(google-explicit-constructor): texts are passed as literals everywhere
+    String(char const* text);
     String(String const& other);
     ~String();
 

@@ -7,10 +7,7 @@ namespace mox {
 namespace morphology {
 
 /// Whether a disk or ball is approximated by iterated small elements or taken as it is.
-enum MOXELCORE_API AlgoPrecisionType : int {
-    MOX_ALGO_FAST = 0,
-    MOX_ALGO_PRECISE
-};
+enum MOXELCORE_API AlgoPrecisionType : int { MOX_ALGO_FAST = 0, MOX_ALGO_PRECISE };
 
 } // namespace morphology
 

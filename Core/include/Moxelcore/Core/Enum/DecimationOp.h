@@ -10,8 +10,11 @@ namespace miscellaneous {
 struct MOXELCORE_API DecimationOp {
     enum Value : int { MEAN = 0, MIN, MAX, FIRST };
 
-    constexpr DecimationOp(Value choice) noexcept : value(choice) {} // NOLINT(google-explicit-constructor)
-    constexpr operator Value() const noexcept { return value; } // NOLINT(google-explicit-constructor)
+    constexpr DecimationOp(Value choice) noexcept
+        : value(choice)
+    {
+    }
+    constexpr operator Value() const noexcept { return value; }
 
     Value value;
 };

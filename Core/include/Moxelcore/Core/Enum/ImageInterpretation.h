@@ -6,11 +6,7 @@
 namespace mox {
 
 /// How voxel values are to be read.
-enum MOXELCORE_API ImageInterpretation : int {
-    INTERPRETATION_BINARY = 0,
-    INTERPRETATION_LABEL,
-    INTERPRETATION_VALUE
-};
+enum MOXELCORE_API ImageInterpretation : int { INTERPRETATION_BINARY = 0, INTERPRETATION_LABEL, INTERPRETATION_VALUE };
 
 namespace helper {
 

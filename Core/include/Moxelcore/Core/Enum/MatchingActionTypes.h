@@ -10,8 +10,11 @@ namespace morphology {
 struct MOXELCORE_API MatchingActionTypes {
     enum Value : int { SET_ZERO = 0, SET_ONE, SET_CHANGE, SET_UNCHANGE };
 
-    constexpr MatchingActionTypes(Value choice) noexcept : value(choice) {} // NOLINT(google-explicit-constructor)
-    constexpr operator Value() const noexcept { return value; } // NOLINT(google-explicit-constructor)
+    constexpr MatchingActionTypes(Value choice) noexcept
+        : value(choice)
+    {
+    }
+    constexpr operator Value() const noexcept { return value; }
 
     Value value;
 };

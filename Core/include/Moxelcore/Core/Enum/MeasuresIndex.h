@@ -7,14 +7,7 @@ namespace mox {
 namespace math {
 
 /// Measures of a histogram.
-enum MOXELCORE_API MeasuresIndex : int {
-    MSR_MEAN = 0,
-    MSR_STDDEV,
-    MSR_VARIANCE,
-    MSR_SKEWNESS,
-    MSR_KURTOSIS,
-    MSR_PEAK
-};
+enum MOXELCORE_API MeasuresIndex : int { MSR_MEAN = 0, MSR_STDDEV, MSR_VARIANCE, MSR_SKEWNESS, MSR_KURTOSIS, MSR_PEAK };
 
 } // namespace math
 

@@ -7,10 +7,7 @@ namespace mox {
 namespace morphology {
 
 /// Small elements in the plane.
-enum MOXELCORE_API Neighborhood2DType : int {
-    MOX_NEIGHBORHOOD2D_4 = 0,
-    MOX_NEIGHBORHOOD2D_8
-};
+enum MOXELCORE_API Neighborhood2DType : int { MOX_NEIGHBORHOOD2D_4 = 0, MOX_NEIGHBORHOOD2D_8 };
 
 } // namespace morphology
 

@@ -7,11 +7,7 @@ namespace mox {
 namespace morphology {
 
 /// Small elements in space.
-enum MOXELCORE_API Neighborhood3DType : int {
-    MOX_NEIGHBORHOOD3D_6 = 0,
-    MOX_NEIGHBORHOOD3D_18,
-    MOX_NEIGHBORHOOD3D_26
-};
+enum MOXELCORE_API Neighborhood3DType : int { MOX_NEIGHBORHOOD3D_6 = 0, MOX_NEIGHBORHOOD3D_18, MOX_NEIGHBORHOOD3D_26 };
 
 } // namespace morphology
 

@@ -9,8 +9,11 @@ namespace mox {
 struct MOXELCORE_API OptimLevelType {
     enum Value : int { SCALAR = 0, VEC_SSE, VEC_AVX, GPU };
 
-    constexpr OptimLevelType(Value level) noexcept : value(level) {} // NOLINT(google-explicit-constructor)
-    constexpr operator Value() const noexcept { return value; }      // NOLINT(google-explicit-constructor)
+    constexpr OptimLevelType(Value level) noexcept
+        : value(level)
+    {
+    }
+    constexpr operator Value() const noexcept { return value; }
 
     Value value;
 };

@@ -10,8 +10,11 @@ namespace registration {
 struct MOXELCORE_API SIMILARITY_MEASURE {
     enum Value : int { NORMALIZED = 0, NORMALIZED_ABS };
 
-    constexpr SIMILARITY_MEASURE(Value choice) noexcept : value(choice) {} // NOLINT(google-explicit-constructor)
-    constexpr operator Value() const noexcept { return value; } // NOLINT(google-explicit-constructor)
+    constexpr SIMILARITY_MEASURE(Value choice) noexcept
+        : value(choice)
+    {
+    }
+    constexpr operator Value() const noexcept { return value; }
 
     Value value;
 };

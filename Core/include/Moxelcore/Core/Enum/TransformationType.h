@@ -10,8 +10,11 @@ namespace registration {
 struct MOXELCORE_API TransformationType {
     enum Value : int { TRANSLATION = 0, RIGID, AFFINE, PROJECTIVE, POLYNOMIAL_2, POLYNOMIAL_3 };
 
-    constexpr TransformationType(Value choice) noexcept : value(choice) {} // NOLINT(google-explicit-constructor)
-    constexpr operator Value() const noexcept { return value; } // NOLINT(google-explicit-constructor)
+    constexpr TransformationType(Value choice) noexcept
+        : value(choice)
+    {
+    }
+    constexpr operator Value() const noexcept { return value; }
 
     Value value;
 };
