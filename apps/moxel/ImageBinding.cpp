@@ -1,0 +1,110 @@
+#include "apps/moxel/ImageBinding.h"
+
+#include <Moxelcore/Core/InMemoryImage.h>
+
+#include <filesystem>
+#include <optional>
+#include <utility>
+
+#include "apps/moxel/Errors.h"
+#include "apps/moxel/ImageFile.h"
+#include "apps/moxel/TemporaryFile.h"
+
+namespace moxel {
+
+namespace {
+
+class InputImage final : public PropertyBinding {
+public:
+    InputImage(mox::Property<mox::ImageModel const*>& property, std::string path, BindingOptions const& options)
+        : property_(property)
+        , path_(std::move(path))
+        , options_(options)
+    {
+    }
+
+    void load() override
+    {
+        image_ = readImage(path_, options_.pages);
+        if (options_.interpretation) {
+            image_->setInterpretation(*options_.interpretation);
+        }
+        property_.set(image_.get());
+    }
+
+private:
+    mox::Property<mox::ImageModel const*>& property_;
+    std::string path_;
+    BindingOptions options_;
+    std::unique_ptr<mox::memory::InMemoryImage> image_;
+};
+
+class OutputImage final : public PropertyBinding {
+public:
+    OutputImage(mox::Property<mox::ImageModel*>& property, std::string const& path, BindingOptions const& options)
+        : path_(path)
+        , format_(formatOf(path))
+        , compression_(options.compression)
+    {
+        withPath([this] { requireWritable(path_); });
+        image_.allocate(options.voxelType.value_or(mox::MOX_UINT8), 0, 0, 0, 0, 0);
+        property.set(&image_);
+    }
+
+    void check() const override
+    {
+        withPath([this] { requireForm(image_, format_); });
+    }
+
+    void store() override
+    {
+        withPath([this] {
+            file_.emplace(path_);
+            writeImage(image_, file_->path(), format_, compression_);
+        });
+    }
+
+    void publish() override
+    {
+        withPath([this] { file_->publish(); });
+    }
+
+private:
+    template <class Work>
+    void withPath(Work const& work) const
+    {
+        try {
+            work();
+        } catch (FileError const& error) {
+            throw FileError("cannot write " + quoted(path_) + ": " + error.what());
+        }
+    }
+
+    std::filesystem::path path_;
+    ImageFormat format_;
+    Compression compression_;
+    mox::memory::InMemoryImage image_;
+    std::optional<TemporaryFile> file_;
+};
+
+template <class T>
+mox::Property<T>& imageProperty(mox::BaseProperty& property)
+{
+    return dynamic_cast<mox::Property<T>&>(property);
+}
+
+} // namespace
+
+std::unique_ptr<PropertyBinding> bindInputImage(mox::BaseProperty& property, std::string const& path,
+                                                BindingOptions const& options)
+{
+    return std::make_unique<InputImage>(imageProperty<mox::ImageModel const*>(property), path, options);
+}
+
+std::unique_ptr<PropertyBinding> bindOutputImage(mox::BaseProperty& property, std::string const& path,
+                                                 BindingOptions const& options)
+{
+    return std::make_unique<OutputImage>(imageProperty<mox::ImageModel*>(property), path, options);
+}
+
+} // namespace moxel

@@ -1,0 +1,44 @@
+#include "apps/moxel/Interrupt.h"
+
+#include <atomic>
+#include <csignal>
+
+#include "apps/moxel/Errors.h"
+
+namespace moxel::interrupt {
+
+namespace {
+
+std::atomic<bool> requested = false;
+static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets it");
+
+void request(int)
+{
+    requested = true;
+}
+
+} // namespace
+
+void watch()
+{
+    requested = false;
+    struct sigaction action = {};
+    action.sa_handler = request;
+    action.sa_flags = SA_RESTART; // a file operation under way is not cut short
+    sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGTERM, &action, nullptr);
+}
+
+bool isRequested()
+{
+    return requested;
+}
+
+void check()
+{
+    if (isRequested()) {
+        throw Cancelled();
+    }
+}
+
+} // namespace moxel::interrupt
