@@ -24,16 +24,16 @@ public:
     T& operator()(unsigned int index) { return components_[index]; }
     T const& operator()(unsigned int index) const { return components_[index]; }
 
-    bool operator==(Vector const& other) const
+    friend bool operator==(Vector const& a, Vector const& b)
     {
         for (unsigned int i = 0; i < N; ++i) {
-            if (components_[i] != other[i]) {
+            if (a[i] != b[i]) {
                 return false;
             }
         }
         return true;
     }
-    bool operator!=(Vector const& other) const { return !(*this == other); }
+    friend bool operator!=(Vector const& a, Vector const& b) { return !(a == b); }
 
     Vector operator+(Vector const& other) const { return Vector(self()) += other; }
     Vector operator-(Vector const& other) const { return Vector(self()) -= other; }
