@@ -91,7 +91,7 @@ void BaseAlgorithm::declareOutput(P& property, char const* name, V const& defaul
                                                                                                                        \
     boost::shared_ptr<Class> Class::New()                                                                              \
     {                                                                                                                  \
-        boost::shared_ptr<Class> const algorithm(new Class);                                                           \
+        boost::shared_ptr<Class> algorithm(new Class);                                                                 \
         algorithm->init();                                                                                             \
         return algorithm;                                                                                              \
     }                                                                                                                  \

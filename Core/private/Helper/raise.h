@@ -2,8 +2,6 @@
 
 #include <Moxelcore/Core/Exception.h>
 
-#include <source_location>
-
 #include "Core/private/Helper/text.h"
 
 namespace mox::helper {
@@ -11,7 +9,7 @@ namespace mox::helper {
 /// Where a failure is reported to come from. The file is a name of this library, folder and class, never a path of
 /// the machine that built it; the line is that of the call unless a fixed one is given.
 struct Site {
-    Site(char const* siteFile, int siteLine = static_cast<int>(std::source_location::current().line()))
+    Site(char const* siteFile, int siteLine = __builtin_LINE())
         : file(siteFile)
         , line(siteLine)
     {
