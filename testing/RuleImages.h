@@ -39,8 +39,8 @@ constexpr ImageDimension allDimensions[] = {COLUMNS, ROWS, PLANS, TIME_SERIES, S
 inline void calibrate(ImageModel& image)
 {
     for (ImageDimension const dimension : allDimensions) {
-        image.setCalibrationOrigin(dimension, 10.0 + dimension);
-        image.setCalibrationStep(dimension, 0.5 + dimension);
+        image.setCalibrationOrigin(dimension, 10.0 + static_cast<int>(dimension));
+        image.setCalibrationStep(dimension, 0.5 + static_cast<int>(dimension));
     }
 }
 

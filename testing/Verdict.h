@@ -30,7 +30,8 @@ inline Verdict const passes;
 inline Verdict verdictOf(RuleException const& exception)
 {
     String const text = exception.what();
-    static std::regex const form(R"(Rule exception :\n#1 Error : ([^\n]*) \n    \(at "([^\n]*)", line [1-9]\d*\) \n)");
+    static std::regex const form(
+        R"form(Rule exception :\n#1 Error : ([^\n]*) \n    \(at "([^\n]*)", line [1-9]\d*\) \n)form");
     std::cmatch parts;
     if (!std::regex_match(text.c_str(), parts, form)) {
         return {text.c_str(), ""};

@@ -32,7 +32,8 @@ std::optional<T> valueRead(char const* text)
 }
 
 template <class V>
-class PropertyOfMathVectors : public ::testing::Test {};
+class PropertyOfMathVectors : public ::testing::Test {
+};
 
 TYPED_TEST_SUITE(PropertyOfMathVectors, MathElements);
 
@@ -111,7 +112,8 @@ TEST(PropertyOfPoints, refusesHalfPoints)
 }
 
 template <class M>
-class PropertyOfMatrices : public ::testing::Test {};
+class PropertyOfMatrices : public ::testing::Test {
+};
 
 using Matrices = ::testing::Types<Matrix2<float>, Matrix2<double>, Matrix3<float>, Matrix3<double>>;
 TYPED_TEST_SUITE(PropertyOfMatrices, Matrices);

@@ -185,7 +185,8 @@ TYPED_TEST(Vectors, haveALength)
 }
 
 template <class T>
-class VectorsOf : public ::testing::Test {};
+class VectorsOf : public ::testing::Test {
+};
 
 using Components = ::testing::Types<int, unsigned int, int64, uint64, double>;
 TYPED_TEST_SUITE(VectorsOf, Components);
