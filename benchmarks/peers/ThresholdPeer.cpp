@@ -10,6 +10,7 @@
 #include <random>
 #include <type_traits>
 
+#include "benchmarks/CopyingImage.h"
 #include "benchmarks/peers/Contest.h"
 
 namespace mox::benchmarks {
@@ -61,6 +62,8 @@ void compareOne(Size const& size, VoxelTypes type, int cvType, double low, doubl
     memory::InMemoryImage input;
     memory::InMemoryImage output;
     memory::InMemoryImage limitOutput;
+    CopyingImage copyingInput;
+    CopyingImage copyingOutput;
     input.allocate(type, size.columns, size.rows, size.plans, 1, 1);
     limitOutput.allocate(MOX_UINT8, size.columns, size.rows, size.plans, 1, 1);
     auto const count = std::size_t{size.columns} * size.rows * size.plans;
@@ -76,6 +79,19 @@ void compareOne(Size const& size, VoxelTypes type, int cvType, double low, doubl
     algorithm->lowLevel = low;
     algorithm->highLevel = high;
     algorithm->run(); // the output has its size from here on, as the peer's has
+
+    copyingInput.allocate(type, size.columns, size.rows, size.plans, 1, 1);
+    for (unsigned int z = 0; z < size.plans; ++z) {
+        for (unsigned int y = 0; y < size.rows; ++y) {
+            copyingInput.writeRowAt(size.columns, in + (std::size_t{z} * size.rows + y) * size.columns, 0, y, z, 0, 0);
+        }
+    }
+    auto const copying = segmentation::Threshold::New();
+    copying->input = &copyingInput;
+    copying->output = &copyingOutput;
+    copying->lowLevel = low;
+    copying->highLevel = high;
+    copying->run();
 
     cv::Mat const matrix(static_cast<int>(size.rows * size.plans), static_cast<int>(size.columns), cvType, in);
     cv::Mat mask;
@@ -93,6 +109,7 @@ void compareOne(Size const& size, VoxelTypes type, int cvType, double low, doubl
 
     contest(std::string("Threshold ") + helper::getText(type).c_str() + ", " + size.text, static_cast<double>(count),
             {{"Moxelcore", [&] { algorithm->run(); }},
+             {"own image", [&] { copying->run(); }},
              {"OpenCV", [&] { cv::inRange(matrix, low, high, mask); }},
              {"bare loop", [&] { bareLoop(in, limitOut, count, static_cast<T>(low), static_cast<T>(high)); }}});
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <Moxelcore/Core/ImageModel.h>
+#include "Core/private/access/Position.h"
+#include "Core/private/access/Sizes.h"
 
 namespace mox::access {
 
@@ -14,7 +15,13 @@ public:
     /// Fills [begin, end) with the row that starts at column x of (y, z, t, s). Coordinates may lie anywhere, but
     /// for s, which no condition extends: an s outside throws `UnexpectedError`. So does a row that the image fails
     /// to read. Of an image without voxels, the fixed condition gives its value and the others 0.
-    virtual void readRow(ImageModel const& image, T* begin, T* end, int x, int y, int z, int t, int s) const = 0;
+    void readRow(ImageModel const& image, T* begin, T* end, int x, int y, int z, int t, int s) const
+    {
+        readRow(image, Sizes::of(image), begin, end, {x, y, z, t, s});
+    }
+
+    /// The same for a caller who knows the sizes and reads many rows.
+    virtual void readRow(ImageModel const& image, Sizes const& sizes, T* begin, T* end, Position p) const = 0;
 };
 
 } // namespace mox::access

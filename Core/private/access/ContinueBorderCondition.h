@@ -13,7 +13,8 @@ class ContinueBorderCondition final : public BorderCondition<T> {
 public:
     static boost::shared_ptr<BorderCondition<T>> create() { return boost::make_shared<ContinueBorderCondition>(); }
 
-    void readRow(ImageModel const& image, T* begin, T* end, int x, int y, int z, int t, int s) const override;
+    using BorderCondition<T>::readRow;
+    void readRow(ImageModel const& image, Sizes const& sizes, T* begin, T* end, Position p) const override;
 };
 
 } // namespace mox::access

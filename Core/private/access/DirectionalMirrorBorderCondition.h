@@ -23,7 +23,8 @@ public:
         return boost::make_shared<DirectionalMirrorBorderCondition>(angle);
     }
 
-    void readRow(ImageModel const& image, T* begin, T* end, int x, int y, int z, int t, int s) const override;
+    using BorderCondition<T>::readRow;
+    void readRow(ImageModel const& image, Sizes const& sizes, T* begin, T* end, Position p) const override;
 
 private:
     double directionX_; // never negative

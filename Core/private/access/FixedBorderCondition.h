@@ -21,7 +21,8 @@ public:
         return boost::make_shared<FixedBorderCondition>(value);
     }
 
-    void readRow(ImageModel const& image, T* begin, T* end, int x, int y, int z, int t, int s) const override;
+    using BorderCondition<T>::readRow;
+    void readRow(ImageModel const& image, Sizes const& sizes, T* begin, T* end, Position p) const override;
 
 private:
     T value_;

@@ -57,8 +57,14 @@ public:
 
     Row& getRow(std::size_t slot, unsigned int length, Block const& block, int x, int y, int z, int t, int s)
     {
+        return getRow(slot, length, detail::within(block, x, y, z, t, s));
+    }
+
+    /// The same with an absolute position.
+    Row& getRow(std::size_t slot, unsigned int length, Position const& position)
+    {
         Row& row = rows_[slot];
-        row.read(*view_, detail::within(block, x, y, z, t, s), length, source_);
+        row.read(*view_, position, length, source_);
         return row;
     }
 
@@ -83,8 +89,14 @@ public:
     Row& getRow(std::size_t slot, unsigned int length, Block const& block, int x, int y, int z, int t, int s,
                 typename Row::ReadBack readBack = Row::ReadBack::no, SafeBox const* box = nullptr)
     {
+        return getRow(slot, length, detail::within(block, x, y, z, t, s), readBack, box);
+    }
+
+    Row& getRow(std::size_t slot, unsigned int length, Position const& position,
+                typename Row::ReadBack readBack = Row::ReadBack::no, SafeBox const* box = nullptr)
+    {
         Row& row = rows_[slot];
-        row.place(*view_, detail::within(block, x, y, z, t, s), length, readBack, box);
+        row.place(*view_, position, length, readBack, box);
         return row;
     }
 

@@ -54,6 +54,7 @@ private:
     ImageModel* writable_ = nullptr;
     boost::shared_ptr<BorderCondition<T>> border_;
     Sizes sizes_;
+    bool givesPointers_ = false;
     T* base_ = nullptr; ///< first voxel of an image that is known to be contiguous
 };
 

@@ -1,18 +1,17 @@
 #pragma once
 
 #include "Core/private/Helper/raise.h"
+#include "Core/private/access/Position.h"
 #include "Core/private/access/rowExtent.h"
 
 namespace mox::access {
 
-/// Reads voxels that all lie inside, or throws with the given site.
+/// Reads `count` voxels from column x on of the row that `p` tells, all of them inside, or throws with the given site.
 template <class T>
-void readInside(ImageModel const& image, T* buffer, int64 count, int64 x, int64 y, int z, int t, int s,
-                helper::Site site)
+void readInside(ImageModel const& image, T* buffer, int64 count, int64 x, Position const& p, helper::Site site)
 {
-    if (!image.readRowAt(static_cast<unsigned int>(count), buffer, static_cast<unsigned int>(x),
-                         static_cast<unsigned int>(y), static_cast<unsigned int>(z), static_cast<unsigned int>(t),
-                         static_cast<unsigned int>(s))) {
+    auto const u = [](auto coordinate) { return static_cast<unsigned int>(coordinate); };
+    if (!image.readRowAt(u(count), buffer, u(x), u(p.y), u(p.z), u(p.t), u(p.s))) {
         helper::raise<UnexpectedError>(site, readFailure);
     }
 }

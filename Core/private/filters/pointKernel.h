@@ -44,19 +44,18 @@ void applyToRows(Kernel const& kernel, access::Block const& leaf, InputView cons
                  access::RowCacheRead<InputView>& inputCache, access::RowCacheReadWrite<OutputView>& outputCache)
 {
     unsigned int const columns = leaf.getNumOfColumns();
-    auto const rows = static_cast<int>(leaf.getNumOfRows());
-    auto const plans = static_cast<int>(leaf.getNumOfPlans());
+    unsigned int const rows = leaf.getNumOfRows();
+    unsigned int const plans = leaf.getNumOfPlans();
+    access::Position const origin = access::detail::within(leaf, 0, 0, 0, 0, 0);
     bool const oneStretchPerPlan = input.isContiguous() && output.isContiguous() && columns == output.sizes().columns;
-    for (int z = 0; z < plans; ++z) {
+    for (access::Position p = origin; p.z < origin.z + static_cast<int>(plans); ++p.z) {
         if (oneStretchPerPlan) {
-            auto const start = access::detail::within(leaf, 0, 0, z, 0, 0);
-            kernel.row(input.pointer(start, columns), output.writablePointer(start, columns),
-                       std::size_t{columns} * leaf.getNumOfRows());
+            kernel.row(input.pointer(p, columns), output.writablePointer(p, columns), std::size_t{columns} * rows);
             continue;
         }
-        for (int y = 0; y < rows; ++y) {
-            auto const* in = inputCache.getRow(0, columns, leaf, 0, y, z, 0, 0).voxels();
-            auto& out = outputCache.getRow(0, columns, leaf, 0, y, z, 0, 0);
+        for (p.y = origin.y; p.y < origin.y + static_cast<int>(rows); ++p.y) {
+            auto const* in = inputCache.getRow(0, columns, p).voxels();
+            auto& out = outputCache.getRow(0, columns, p);
             kernel.row(in, out.voxels(), columns);
             outputCache.flush(out);
         }

@@ -17,11 +17,10 @@ int nearest(int coordinate, unsigned int size)
 } // namespace
 
 template <class T>
-void ContinueBorderCondition<T>::readRow(ImageModel const& image, T* begin, T* end, int x, int y, int z, int t,
-                                         int s) const
+void ContinueBorderCondition<T>::readRow(ImageModel const& image, Sizes const& sizes, T* begin, T* end,
+                                         Position p) const
 {
-    Sizes const sizes = Sizes::of(image);
-    if (!isSpectralIndex(s, sizes)) {
+    if (!isSpectralIndex(p.s, sizes)) {
         helper::raise<UnexpectedError>(
             {source, 42}, "Continue border condition is not compatible with spectral series extrapolation");
     }
@@ -29,18 +28,18 @@ void ContinueBorderCondition<T>::readRow(ImageModel const& image, T* begin, T* e
         std::fill(begin, end, T());
         return;
     }
-    t = nearest(t, sizes.timeSeries);
-    z = nearest(z, sizes.plans);
-    y = nearest(y, sizes.rows);
-    InsidePart const part(x, end - begin, sizes.columns);
+    p.t = nearest(p.t, sizes.timeSeries);
+    p.z = nearest(p.z, sizes.plans);
+    p.y = nearest(p.y, sizes.rows);
+    InsidePart const part(p.x, end - begin, sizes.columns);
     if (part.count == 0) {
         T edge;
-        readInside(image, &edge, 1, nearest(x, sizes.columns), y, z, t, s, source);
+        readInside(image, &edge, 1, nearest(p.x, sizes.columns), p, source);
         std::fill(begin, end, edge);
         return;
     }
     T* const inside = begin + part.left;
-    readInside(image, inside, part.count, x + part.left, y, z, t, s, source);
+    readInside(image, inside, part.count, p.x + part.left, p, source);
     std::fill(begin, inside, *inside);
     std::fill(inside + part.count, end, inside[part.count - 1]);
 }

@@ -110,11 +110,10 @@ DirectionalMirrorBorderCondition<T>::DirectionalMirrorBorderCondition(double ang
 }
 
 template <class T>
-void DirectionalMirrorBorderCondition<T>::readRow(ImageModel const& image, T* begin, T* end, int x, int y, int z, int t,
-                                                  int s) const
+void DirectionalMirrorBorderCondition<T>::readRow(ImageModel const& image, Sizes const& sizes, T* begin, T* end,
+                                                  Position p) const
 {
-    Sizes const sizes = Sizes::of(image);
-    if (!isSpectralIndex(s, sizes)) {
+    if (!isSpectralIndex(p.s, sizes)) {
         helper::raise<UnexpectedError>(
             {source, 219}, "Directional mirror border condition is not compatible with spectral series extrapolation");
     }
@@ -122,29 +121,30 @@ void DirectionalMirrorBorderCondition<T>::readRow(ImageModel const& image, T* be
         std::fill(begin, end, T());
         return;
     }
-    if (!isInside(t, sizes.timeSeries)) {
+    if (!isInside(p.t, sizes.timeSeries)) {
         helper::raise<UnexpectedError>(
             {source, 222}, "Directional mirror border condition is not compatible with time series extrapolation");
     }
-    if (!isInside(z, sizes.plans)) {
+    if (!isInside(p.z, sizes.plans)) {
         helper::raise<UnexpectedError>(
             {source, 225}, "Directional mirror border condition is not compatible with plans extrapolation");
     }
     Direction const direction{directionX_, directionY_, slope_};
     auto const fetch = [&](T* first, T* last, int line) {
         for (T* voxel = first; voxel != last; ++voxel) {
-            Point const p = mapInside({x + (voxel - begin), y}, sizes.columns, sizes.rows, direction);
-            readInside(image, voxel, 1, p.x, p.y, z, t, s, {source, line});
+            Point const inside = mapInside({p.x + (voxel - begin), p.y}, sizes.columns, sizes.rows, direction);
+            Position const row{0, static_cast<int>(inside.y), p.z, p.t, p.s};
+            readInside(image, voxel, 1, inside.x, row, {source, line});
         }
     };
-    if (!isInside(y, sizes.rows)) {
+    if (!isInside(p.y, sizes.rows)) {
         fetch(begin, end, 245);
         return;
     }
-    InsidePart const part(x, end - begin, sizes.columns);
+    InsidePart const part(p.x, end - begin, sizes.columns);
     T* const inside = begin + part.left;
     if (part.count > 0) {
-        readInside(image, inside, part.count, x + part.left, y, z, t, s, {source, 278});
+        readInside(image, inside, part.count, p.x + part.left, p, {source, 278});
     }
     fetch(begin, inside, 300);
     fetch(inside + part.count, end, 300);

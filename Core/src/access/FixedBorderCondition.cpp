@@ -12,22 +12,21 @@ constexpr char const* source = "Core/private/access/FixedBorderCondition.impl";
 } // namespace
 
 template <class T>
-void FixedBorderCondition<T>::readRow(ImageModel const& image, T* begin, T* end, int x, int y, int z, int t,
-                                      int s) const
+void FixedBorderCondition<T>::readRow(ImageModel const& image, Sizes const& sizes, T* begin, T* end, Position p) const
 {
-    Sizes const sizes = Sizes::of(image);
-    if (!isSpectralIndex(s, sizes)) {
+    if (!isSpectralIndex(p.s, sizes)) {
         helper::raise<UnexpectedError>({source, 46},
                                        "Fixed border condition is not compatible with spectral series extrapolation");
     }
-    InsidePart const part(x, end - begin, sizes.columns);
-    if (part.count == 0 || !isInside(t, sizes.timeSeries) || !isInside(z, sizes.plans) || !isInside(y, sizes.rows)) {
+    InsidePart const part(p.x, end - begin, sizes.columns);
+    if (part.count == 0 || !isInside(p.t, sizes.timeSeries) || !isInside(p.z, sizes.plans) ||
+        !isInside(p.y, sizes.rows)) {
         std::fill(begin, end, value_);
         return;
     }
     T* const inside = begin + part.left;
     std::fill(begin, inside, value_);
-    readInside(image, inside, part.count, x + part.left, y, z, t, s, {source, 88});
+    readInside(image, inside, part.count, p.x + part.left, p, {source, 88});
     std::fill(inside + part.count, end, value_);
 }
 

@@ -21,11 +21,9 @@ int64 reflected(int64 coordinate, unsigned int size)
 } // namespace
 
 template <class T>
-void MirrorBorderCondition<T>::readRow(ImageModel const& image, T* begin, T* end, int x, int y, int z, int t,
-                                       int s) const
+void MirrorBorderCondition<T>::readRow(ImageModel const& image, Sizes const& sizes, T* begin, T* end, Position p) const
 {
-    Sizes const sizes = Sizes::of(image);
-    if (!isSpectralIndex(s, sizes)) {
+    if (!isSpectralIndex(p.s, sizes)) {
         helper::raise<UnexpectedError>({source, 61},
                                        "Mirror border condition is not compatible with spectral series extrapolation");
     }
@@ -37,26 +35,26 @@ void MirrorBorderCondition<T>::readRow(ImageModel const& image, T* begin, T* end
         std::fill(begin, end, T());
         return;
     }
-    y = static_cast<int>(reflected(y, sizes.rows));
-    z = static_cast<int>(reflected(z, sizes.plans));
-    t = static_cast<int>(reflected(t, sizes.timeSeries));
-    InsidePart const part(x, length, sizes.columns);
+    p.y = static_cast<int>(reflected(p.y, sizes.rows));
+    p.z = static_cast<int>(reflected(p.z, sizes.plans));
+    p.t = static_cast<int>(reflected(p.t, sizes.timeSeries));
+    InsidePart const part(p.x, length, sizes.columns);
     if (part.count == length) {
-        readInside(image, begin, length, x, y, z, t, s, source);
+        readInside(image, begin, length, p.x, p, source);
         return;
     }
     // One read serves the row: the stretch of the image that holds all the columns that it reflects.
     int64 first = sizes.columns;
     int64 last = -1;
     for (int64 i = 0; i < length; ++i) {
-        int64 const column = reflected(x + i, sizes.columns);
+        int64 const column = reflected(p.x + i, sizes.columns);
         first = std::min(first, column);
         last = std::max(last, column);
     }
     std::vector<T> stretch(static_cast<std::size_t>(last - first + 1));
-    readInside(image, stretch.data(), last - first + 1, first, y, z, t, s, source);
+    readInside(image, stretch.data(), last - first + 1, first, p, source);
     for (int64 i = 0; i < length; ++i) {
-        begin[i] = stretch[static_cast<std::size_t>(reflected(x + i, sizes.columns) - first)];
+        begin[i] = stretch[static_cast<std::size_t>(reflected(p.x + i, sizes.columns) - first)];
     }
 }
 

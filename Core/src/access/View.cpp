@@ -14,15 +14,18 @@ namespace mox::access {
 
 namespace {
 
-/// First voxel of the library's own image class. Asked of that very class only: one derived from it may answer
-/// rows in its own way.
-void const* baseOf(ImageModel const& image)
+/// The library's own image class is known to be contiguous. Asked of that very class only: one derived from it may
+/// answer rows in its own way.
+bool isKnownContiguous(ImageModel const& image)
 {
-    void const* base = nullptr;
-    if (typeid(image) == typeid(memory::InMemoryImage)) {
-        image.getConstRowPointerAt(0, base, 0, 0, 0, 0, 0);
-    }
-    return base;
+    return typeid(image) == typeid(memory::InMemoryImage);
+}
+
+/// What the image gives for its first voxel; one that gives nothing there is not asked again.
+void const* firstVoxel(ImageModel const& image)
+{
+    void const* voxel = nullptr;
+    return image.getConstRowPointerAt(0, voxel, 0, 0, 0, 0, 0) ? voxel : nullptr;
 }
 
 template <class T>
@@ -43,9 +46,13 @@ View<T, Allocator>::View(ImageModel const& image, boost::shared_ptr<BorderCondit
     : image_(&image)
     , border_(std::move(border))
     , sizes_(Sizes::of(image))
-    , base_(static_cast<T*>(const_cast<void*>(baseOf(image)))) // written through only where `writable_` is set
 {
     assert(image.getVoxelType() == voxelTypeOf<T>);
+    void const* const first = firstVoxel(image);
+    givesPointers_ = first != nullptr && isAligned<T>(first);
+    if (givesPointers_ && isKnownContiguous(image)) {
+        base_ = static_cast<T*>(const_cast<void*>(first)); // written through only where `writable_` is set
+    }
 }
 
 template <class T, class Allocator>
@@ -76,7 +83,7 @@ T* View<T, Allocator>::direct(Position const& p) const
 template <class T, class Allocator>
 T const* View<T, Allocator>::pointer(Position const& p, unsigned int count) const
 {
-    if (!contains(p, count)) {
+    if (!givesPointers_ || !contains(p, count)) {
         return nullptr;
     }
     if (base_ != nullptr) {
@@ -91,7 +98,7 @@ template <class T, class Allocator>
 T* View<T, Allocator>::writablePointer(Position const& p, unsigned int count) const
 {
     assert(writable_ != nullptr);
-    if (!contains(p, count)) {
+    if (!givesPointers_ || !contains(p, count)) {
         return nullptr;
     }
     if (base_ != nullptr) {
@@ -105,7 +112,7 @@ T* View<T, Allocator>::writablePointer(Position const& p, unsigned int count) co
 template <class T, class Allocator>
 void View<T, Allocator>::readRow(T* begin, T* end, Position const& p) const
 {
-    border_->readRow(*image_, begin, end, p.x, p.y, p.z, p.t, p.s);
+    border_->readRow(*image_, sizes_, begin, end, p);
 }
 
 template <class T, class Allocator>

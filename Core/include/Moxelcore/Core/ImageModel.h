@@ -47,7 +47,8 @@ public:
     /// Copies `count` voxels from the buffer to (x, y, z, t, s) onwards. False when the row leaves the image.
     virtual bool writeRowAt(unsigned int count, void const* buffer, unsigned int x, unsigned int y, unsigned int z,
                             unsigned int t, unsigned int s) = 0;
-    /// Gives the memory of those voxels. An image that has none to give returns false and is accessed by copies.
+    /// Gives the memory of those voxels. An image that has none to give returns false and is accessed by copies; one
+    /// that has none for its first voxel is not asked again during a run.
     virtual bool getRowPointerAt(unsigned int count, void*& pointer, unsigned int x, unsigned int y, unsigned int z,
                                  unsigned int t, unsigned int s) = 0;
     virtual bool getConstRowPointerAt(unsigned int count, void const*& pointer, unsigned int x, unsigned int y,
