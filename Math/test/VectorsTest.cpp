@@ -258,6 +258,14 @@ TEST(IntegerVectors, truncateTheirLength)
     EXPECT_EQ(Vector2<uint64>(3, 3).length(), 4U);
 }
 
+TEST(IntegerVectors, haveALengthWhereItsSquareDoesNotFit)
+{
+    EXPECT_EQ(Vector2<int>(50000, -50000).length(), 70710);
+    EXPECT_EQ(Vector2<unsigned int>(0xFFFFFFFFU, 0).length(), 0xFFFFFFFFU);
+    EXPECT_EQ(Vector3<int64>(int64{1} << 40, 0, 0).length(), int64{1} << 40);
+    EXPECT_EQ(Vector4<uint64>(uint64{1} << 40, 0, 0, 0).length(), uint64{1} << 40);
+}
+
 TEST(VectorsOfDouble, keepFractions)
 {
     EXPECT_DOUBLE_EQ(Vector2<double>(1.0, 1.0).length(), std::sqrt(2.0));

@@ -76,7 +76,14 @@ public:
         return sum;
     }
     T squaredLength() const { return dot(self()); }
-    T length() const { return T(std::sqrt(static_cast<double>(squaredLength()))); }
+    T length() const
+    {
+        double sum = 0.0; // of squares that T may be too narrow for
+        for (T const component : components_) {
+            sum += static_cast<double>(component) * static_cast<double>(component);
+        }
+        return T(std::sqrt(sum));
+    }
 
     T const* data() const { return components_; }
     unsigned int dim() const { return N; }
