@@ -6,6 +6,7 @@
 
 #include <concepts>
 #include <cstddef>
+#include <initializer_list>
 #include <type_traits>
 
 // The tests of `Vector`, for each module to instantiate over the element types that it brings.

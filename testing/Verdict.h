@@ -3,11 +3,12 @@
 #include <Moxelcore/Core/Exception.h>
 
 #include <ostream>
-#include <regex>
 #include <string>
+#include <string_view>
 #include <type_traits>
 
 #include "Core/private/PropertyValue.h"
+#include "testing/lineless.h"
 
 namespace mox::testing {
 
@@ -29,25 +30,16 @@ inline Verdict const passes;
 /// The parts of a text with one level; a text of any other form is the message as a whole.
 inline Verdict verdictOf(RuleException const& exception)
 {
-    String const text = exception.what();
-    static std::regex const form(
-        R"form(Rule exception :\n#1 Error : ([^\n]*) \n    \(at "([^\n]*)", line [1-9]\d*\) \n)form");
-    std::cmatch parts;
-    if (!std::regex_match(text.c_str(), parts, form)) {
-        return {text.c_str(), ""};
+    constexpr std::string_view head = "Rule exception :\n#1 Error : ";
+    constexpr std::string_view middle = " \n    (at \"";
+    constexpr std::string_view tail = "\", line N) \n";
+    std::string const text = lineless(exception.what());
+    auto const split = text.find(middle);
+    if (!text.starts_with(head) || split == std::string::npos || !text.ends_with(tail)) {
+        return {text, ""};
     }
-    return {parts[1], parts[2]};
-}
-
-template <class T>
-Verdict verdict(Rules<T>& rule, PropertyValue<T>& property)
-{
-    try {
-        rule.apply(property);
-    } catch (RuleException const& exception) {
-        return verdictOf(exception);
-    }
-    return passes;
+    auto const file = split + middle.size();
+    return {text.substr(head.size(), split - head.size()), text.substr(file, text.size() - tail.size() - file)};
 }
 
 template <class T>
@@ -55,7 +47,12 @@ Verdict verdict(Rules<T>& rule, std::type_identity_t<T> const& value)
 {
     PropertyValue<T> property;
     property.value = value;
-    return verdict(rule, property);
+    try {
+        rule.apply(property);
+    } catch (RuleException const& exception) {
+        return verdictOf(exception);
+    }
+    return passes;
 }
 
 } // namespace mox::testing

@@ -97,6 +97,18 @@ TEST(ExceptionsAcrossTheBorder, areCaughtByTheirClass)
     EXPECT_TRUE(textOf<BadIndex>(&findClassBeyondTheLast).starts_with("Bad index :\n#1 Error : There is no class at"));
 }
 
+TEST(ExceptionsAcrossTheBorder, showFixedLinesAsTheyAre)
+{
+    try {
+        setCountOfUnknownDirection();
+        FAIL() << "nothing was thrown";
+    } catch (InvalidCall const& error) {
+        EXPECT_STREQ(error.what().c_str(), "Invalid call :\n"
+                                           "#1 Error : Invalid direction. \n"
+                                           "    (at \"AlgoBorderInfluence\", line 74) \n");
+    }
+}
+
 TEST(ExceptionsAcrossTheBorder, areCaughtByTheirBases)
 {
     EXPECT_EQ(textOf<ProcessingException>(&findUnknownClass), unknownClass);

@@ -205,6 +205,7 @@ TEST_P(EveryClass, refusesNullImages)
         std::string const text = exception.what().c_str();
         EXPECT_TRUE(text.starts_with("Rule exception :\n#1 Error : ")) << text;
         EXPECT_NE(text.find("\n#2 From Rule error in property "), std::string::npos) << text;
+        EXPECT_EQ(text.find('/'), std::string::npos) << "no paths of the machine that built it: " << text;
         EXPECT_TRUE(text.ends_with("\n#3 From " + name + " of Moxelcore library \n")) << text;
     }
 }
