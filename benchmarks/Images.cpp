@@ -1,6 +1,6 @@
 #include "benchmarks/Images.h"
 
-#include <Moxelcore/Core/Integers.h>
+#include <Moxelcore/Core/VoxelTypeDispatch.h>
 
 #include <random>
 
@@ -21,31 +21,9 @@ void visit(memory::InMemoryImage& image, Work const& work)
     void* memory = nullptr;
     image.getRowPointerAt(0, memory, 0, 0, 0, 0, 0);
     std::size_t const count = std::size_t{image.getSize(COLUMNS)} * image.getSize(ROWS) * image.getSize(PLANS);
-    auto const as = [&]<class T>(T*) { work(Voxels<T>{static_cast<T*>(memory), static_cast<T*>(memory) + count}); };
-    switch (image.getVoxelType()) {
-    case MOX_UINT8:
-        return as(static_cast<unsigned char*>(nullptr));
-    case MOX_UINT16:
-        return as(static_cast<unsigned short*>(nullptr));
-    case MOX_UINT32:
-        return as(static_cast<unsigned int*>(nullptr));
-    case MOX_UINT64:
-        return as(static_cast<uint64*>(nullptr));
-    case MOX_INT8:
-        return as(static_cast<signed char*>(nullptr));
-    case MOX_INT16:
-        return as(static_cast<short*>(nullptr));
-    case MOX_INT32:
-        return as(static_cast<int*>(nullptr));
-    case MOX_INT64:
-        return as(static_cast<int64*>(nullptr));
-    case MOX_FLOAT32:
-        return as(static_cast<float*>(nullptr));
-    case MOX_FLOAT64:
-        return as(static_cast<double*>(nullptr));
-    default:
-        return;
-    }
+    dispatch(RealVoxels(), image.getVoxelType(), [&]<class T>() {
+        work(Voxels<T>{static_cast<T*>(memory), static_cast<T*>(memory) + count});
+    });
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Moxelcore/Core/InMemoryImage.h>
+#include <Moxelcore/Core/VoxelTypeDispatch.h>
 
 #include <cstddef>
 #include <limits>
@@ -10,7 +11,6 @@
 #include <type_traits>
 #include <vector>
 
-#include "Core/private/VoxelTypeDispatch.h"
 #include "Core/private/access/Sizes.h"
 
 namespace mox::testing {

@@ -3,10 +3,10 @@
 #include <Moxelcore/Core/BaseAlgorithm.h>
 #include <Moxelcore/Core/ImageModel.h>
 #include <Moxelcore/Core/Runnable.h>
+#include <Moxelcore/Core/VoxelTypeDispatch.h>
 
 #include "Core/private/Cpu.h"
 #include "Core/private/Helper/safe_cast.h"
-#include "Core/private/VoxelTypeDispatch.h"
 
 namespace mox {
 

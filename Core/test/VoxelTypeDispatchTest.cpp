@@ -1,4 +1,4 @@
-#include "Core/private/VoxelTypeDispatch.h"
+#include <Moxelcore/Core/VoxelTypeDispatch.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -24,5 +24,6 @@
 #include <Moxelcore/Core/InteractionInterface.h>
 #include <Moxelcore/Core/PropertyEnumeration.h>
 #include <Moxelcore/Core/Runnable.h>
+#include <Moxelcore/Core/VoxelTypeDispatch.h>
 #include <Moxelcore/Math/MathProperty.h>
 #include <Moxelcore/Segmentation/Threshold.h>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Moxelcore/Core/ImageModel.h>
+#include <Moxelcore/Core/VoxelTypeDispatch.h>
 
 #include <algorithm>
 #include <utility>
@@ -9,7 +10,6 @@
 #include "Core/private/PropertyValue.h"
 #include "Core/private/Rules/listedTexts.h"
 #include "Core/private/Rules/requireValue.h"
-#include "Core/private/VoxelTypeDispatch.h"
 
 namespace mox {
 

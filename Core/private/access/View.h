@@ -1,10 +1,12 @@
 #pragma once
 
+#include <Moxelcore/Core/VoxelTypeDispatch.h>
+
 #include <boost/shared_ptr.hpp>
 
 #include <memory>
 
-#include "Core/private/VoxelTypeDispatch.h"
+#include "Core/private/forEachRealVoxel.h"
 #include "Core/private/access/BorderCondition.h"
 #include "Core/private/access/Position.h"
 #include "Core/private/access/SimdVec.h"

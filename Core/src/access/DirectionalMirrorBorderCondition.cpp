@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "Core/private/VoxelTypeDispatch.h"
+#include "Core/private/forEachRealVoxel.h"
 #include "Core/private/access/readInside.h"
 
 namespace mox::access {

@@ -1,6 +1,6 @@
 #include "Core/private/access/FixedBorderCondition.h"
 
-#include "Core/private/VoxelTypeDispatch.h"
+#include "Core/private/forEachRealVoxel.h"
 #include "Core/private/access/readInside.h"
 
 namespace mox::access {
