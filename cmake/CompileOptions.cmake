@@ -14,6 +14,9 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 add_library(moxelcore_options INTERFACE)
 target_compile_options(moxelcore_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    target_compile_options(moxelcore_options INTERFACE -Wno-restrict) # false alarms of g++ 12 at "text" + std::string
+endif()
 if(MOXELCORE_WARNINGS_AS_ERRORS)
     target_compile_options(moxelcore_options INTERFACE -Werror)
 endif()

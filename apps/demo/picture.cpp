@@ -1,0 +1,115 @@
+// Makes a picture of an algorithm's work: the middle plan of its input beside that of its output, from black for the
+// lowest voxel of each to white for its highest.
+
+#include <Moxelcore/Moxelcore.h>
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <iostream>
+#include <vector>
+
+#include "apps/moxel/Errors.h"
+#include "apps/moxel/ImageFile.h"
+
+namespace {
+
+constexpr unsigned int gap = 8;
+
+struct Plane {
+    unsigned int columns;
+    unsigned int rows;
+    std::vector<double> values;
+
+    double at(unsigned int x, unsigned int y) const { return values[std::size_t{y} * columns + x]; }
+};
+
+Plane middlePlan(mox::ImageModel const& image)
+{
+    Plane plane{image.getSize(mox::COLUMNS), image.getSize(mox::ROWS), {}};
+    mox::dispatch(mox::RealVoxels(), image.getVoxelType(), [&]<class T>() {
+        std::vector<T> row(plane.columns);
+        for (unsigned int y = 0; y < plane.rows; ++y) {
+            image.readRowAt(plane.columns, row.data(), 0, y, image.getSize(mox::PLANS) / 2, 0, 0);
+            plane.values.insert(plane.values.end(), row.begin(), row.end());
+        }
+    });
+    return plane;
+}
+
+/// Means of squares, so that the longer side has at most that many voxels.
+Plane shrunk(Plane const& plane, unsigned int longest)
+{
+    unsigned int const factor = (std::max(plane.columns, plane.rows) + longest - 1) / longest;
+    Plane result{plane.columns / factor, plane.rows / factor, {}};
+    for (unsigned int y = 0; y < result.rows; ++y) {
+        for (unsigned int x = 0; x < result.columns; ++x) {
+            double sum = 0;
+            for (unsigned int i = 0; i < factor * factor; ++i) {
+                sum += plane.at(x * factor + i % factor, y * factor + i / factor);
+            }
+            result.values.push_back(sum / (factor * factor));
+        }
+    }
+    return result;
+}
+
+void paint(Plane const& plane, mox::ImageModel& picture, unsigned int left)
+{
+    auto const [low, high] = std::minmax_element(plane.values.begin(), plane.values.end());
+    double const range = std::max(*high - *low, 1e-300);
+    std::vector<unsigned char> row(plane.columns);
+    for (unsigned int y = 0; y < plane.rows; ++y) {
+        for (unsigned int x = 0; x < plane.columns; ++x) {
+            row[x] = static_cast<unsigned char>((plane.at(x, y) - *low) / range * 255);
+        }
+        picture.writeRowAt(plane.columns, row.data(), left, y, 0, 0, 0);
+    }
+}
+
+void makePicture(std::vector<std::string> const& files, std::string const& path, unsigned int longest)
+{
+    std::vector<Plane> planes;
+    unsigned int width = 0;
+    unsigned int height = 0;
+    for (std::string const& file : files) {
+        planes.push_back(shrunk(middlePlan(*moxel::readImage(file, std::nullopt)), longest));
+        width += planes.back().columns + gap;
+        height = std::max(height, planes.back().rows);
+    }
+    mox::memory::InMemoryImage picture;
+    picture.allocate(mox::MOX_UINT8, width - gap, height, 1, 1, 1);
+    std::vector<unsigned char> const white(width - gap, 255);
+    for (unsigned int y = 0; y < height; ++y) {
+        picture.writeRowAt(width - gap, white.data(), 0, y, 0, 0, 0);
+    }
+    unsigned int left = 0;
+    for (Plane const& plane : planes) {
+        paint(plane, picture, left);
+        left += plane.columns + gap;
+    }
+    moxel::writeImage(picture, path, moxel::formatOf(path), moxel::Compression::deflate);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    CLI::App app("Puts the middle plans of images side by side");
+    std::vector<std::string> files(2);
+    std::string picture;
+    unsigned int longest = 256;
+    app.add_option("input", files[0], "image")->required();
+    app.add_option("output", files[1], "image made of it")->required();
+    app.add_option("picture", picture, "PNG to write")->required();
+    app.add_option("--longest", longest, "shrink each image until its longer side has at most that many voxels")
+        ->check(CLI::Range(16, 4096));
+    CLI11_PARSE(app, argc, argv);
+    try {
+        makePicture(files, picture, longest);
+    } catch (std::exception const& error) {
+        std::cerr << error.what() << '\n';
+        return 1;
+    }
+    return 0;
+}
