@@ -49,9 +49,17 @@ std::vector<PageAxis> axesOf(Lines const& lines)
     if (!lines.contains("channels") && !lines.contains("slices") && !lines.contains("frames")) {
         return {{mox::PLANS, numberOf(lines, "images", 1U)}};
     }
-    return {{mox::SPECTRAL_SERIES, numberOf(lines, "channels", 1U)},
-            {mox::PLANS, numberOf(lines, "slices", 1U)},
-            {mox::TIME_SERIES, numberOf(lines, "frames", 1U)}};
+    std::map<char, PageAxis> const axes = {{'c', {mox::SPECTRAL_SERIES, numberOf(lines, "channels", 1U)}},
+                                           {'z', {mox::PLANS, numberOf(lines, "slices", 1U)}},
+                                           {'t', {mox::TIME_SERIES, numberOf(lines, "frames", 1U)}}};
+    std::string const told = valueOf(lines, "order");
+    std::string const usual = "czt";
+    bool const isOrder = std::is_permutation(told.begin(), told.end(), usual.begin(), usual.end());
+    std::vector<PageAxis> ordered;
+    for (char const letter : isOrder ? told : usual) {
+        ordered.push_back(axes.at(letter));
+    }
+    return ordered;
 }
 
 void readValues(Lines const& lines, std::string const& key, Values& values)

@@ -39,11 +39,11 @@ std::size_t editDistance(std::string const& a, std::string const& b)
 std::vector<std::string> nearestNames(std::string const& name, std::vector<std::string> const& known)
 {
     constexpr std::size_t most = 3;
-    std::size_t const farthest = std::max<std::size_t>(1, name.size() / 3);
+    std::size_t const farthest = std::max<std::size_t>(2, name.size() / 3);
     std::vector<std::pair<std::size_t, std::string>> candidates;
     for (std::string const& candidate : known) {
         std::size_t const distance = editDistance(name, candidate);
-        if (distance <= farthest) {
+        if (distance <= farthest && distance < name.size()) {
             candidates.emplace_back(distance, candidate);
         }
     }

@@ -16,12 +16,12 @@ namespace moxel {
 
 /// The words of the command line; those in lists are of the form `name=value`.
 struct RunOptions {
-    std::vector<std::string> values;
-    std::vector<std::string> voxelTypes;
-    std::vector<std::string> interpretations;
-    std::vector<std::string> pages;
+    std::vector<std::string> values = {};
+    std::vector<std::string> voxelTypes = {};
+    std::vector<std::string> interpretations = {};
+    std::vector<std::string> pages = {};
     std::string level = "auto";
-    std::optional<unsigned int> threads;
+    std::optional<unsigned int> threads = {};
     int extraMemory = 0;
     Compression compression = Compression::deflate;
     OutputForm form = OutputForm::text;

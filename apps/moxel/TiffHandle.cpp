@@ -11,7 +11,7 @@ namespace moxel {
 
 namespace {
 
-/// What libtiff may take at once: its tables and undecoded strips are never larger than the file, its decoders'
+/// What libtiff may take at once to read: its tables and undecoded strips are never larger than the file, its decoders'
 /// work space is small.
 tmsize_t mostMemory(std::filesystem::path const& path)
 {
@@ -29,7 +29,9 @@ TiffHandle::TiffHandle(std::filesystem::path const& path, char const* mode)
                                                                                    &TIFFOpenOptionsFree);
     TIFFOpenOptionsSetErrorHandlerExtR(options.get(), keep, &error_);
     TIFFOpenOptionsSetWarningHandlerExtR(options.get(), keep, &warning_);
-    TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), mostMemory(path));
+    if (*mode == 'r') {
+        TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), mostMemory(path));
+    }
     tiff_ = TIFFOpenExt(path.c_str(), mode, options.get());
     if (tiff_ == nullptr) {
         require(false);

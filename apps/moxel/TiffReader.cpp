@@ -1,6 +1,7 @@
 #include "apps/moxel/TiffReader.h"
 
 #include <algorithm>
+#include <charconv>
 #include <limits>
 #include <string>
 
@@ -48,10 +49,15 @@ mox::VoxelTypes voxelTypeOf(std::uint16_t bits, std::uint16_t sampleFormat)
                     " are not supported");
 }
 
-/// The shortest number of that precision: resolutions are known to that of a float.
+/// To seven digits, which is what libtiff tells of a resolution: 0.107, not 0.10699999667.
 double stepOf(float resolution)
 {
-    return resolution > 0 ? parseNumber<double>(numberText(1 / resolution)) : 0.0;
+    if (!(resolution > 0)) {
+        return 0;
+    }
+    char digits[32];
+    auto const end = std::to_chars(digits, digits + sizeof digits, 1.0 / resolution, std::chars_format::general, 7).ptr;
+    return parseNumber<double>({digits, end});
 }
 
 } // namespace
@@ -86,6 +92,9 @@ void TiffReader::findPages()
         directories_.push_back(TIFFCurrentDirOffset(tiff_.get()));
     } while (TIFFReadDirectory(tiff_.get()) == 1);
     tiff_.require(!directories_.empty());
+    if (TIFFLastDirectory(tiff_.get()) == 0) {
+        throw FileError("the chain of its pages does not end");
+    }
 }
 
 TiffReader::Format TiffReader::readFormat() const

@@ -42,6 +42,9 @@ char const* modeFor(mox::ImageModel const& image)
     return needsBigTiff(rowBytesOf(image) * image.getSize(mox::ROWS) * pages, pages) ? "w8" : "w";
 }
 
+/// Voxels that libtiff collects before it writes or compresses them.
+constexpr tmsize_t bufferBytes = 256 << 10;
+
 class TiffWriter {
 public:
     TiffWriter(mox::ImageModel const& image, std::filesystem::path const& path, Compression compression)
@@ -55,13 +58,7 @@ public:
     void write()
     {
         set(TIFFTAG_IMAGEDESCRIPTION, composeImageJDescription(image_).c_str());
-        for (unsigned int time = 0; time < image_.getSize(mox::TIME_SERIES); ++time) {
-            for (unsigned int plan = 0; plan < image_.getSize(mox::PLANS); ++plan) {
-                for (unsigned int channel = 0; channel < image_.getSize(mox::SPECTRAL_SERIES); ++channel) {
-                    writePage({plan, time, channel});
-                }
-            }
-        }
+        compression_ == Compression::none ? writeContiguously() : writePageByPage();
     }
 
 private:
@@ -71,23 +68,61 @@ private:
         tiff_.require(TIFFSetField(tiff_.get(), tag, value) == 1);
     }
 
-    void writePage(PagePosition const& position)
+    template <class Work>
+    void forEachPage(Work const& work) const
     {
-        writeTags();
+        for (unsigned int time = 0; time < image_.getSize(mox::TIME_SERIES); ++time) {
+            for (unsigned int plan = 0; plan < image_.getSize(mox::PLANS); ++plan) {
+                for (unsigned int channel = 0; channel < image_.getSize(mox::SPECTRAL_SERIES); ++channel) {
+                    interrupt::check();
+                    work(PagePosition{plan, time, channel});
+                }
+            }
+        }
+    }
+
+    void writePageByPage()
+    {
+        forEachPage([this](PagePosition const& position) {
+            writeTags();
+            writeRows(position);
+            tiff_.require(TIFFWriteDirectory(tiff_.get()) == 1);
+        });
+    }
+
+    /// All directories, then the voxels of all pages in one piece: programs that know ImageJ's form take them for that
+    /// when they are not compressed.
+    void writeContiguously()
+    {
+        TIFF* const tiff = tiff_.get();
+        forEachPage([&](PagePosition const&) {
+            writeTags();
+            tiff_.require(TIFFDeferStrileArrayWriting(tiff) == 1 && TIFFWriteCheck(tiff, 0, "") == 1 &&
+                          TIFFWriteDirectory(tiff) == 1);
+        });
+        tiff_.require(TIFFSetDirectory(tiff, 0) == 1);
+        forEachPage([&](PagePosition const& position) {
+            tiff_.require(TIFFForceStrileArrayWriting(tiff) == 1 &&
+                          TIFFWriteBufferSetup(tiff, nullptr, bufferBytes) == 1);
+            writeRows(position);
+            tiff_.require(TIFFFlush(tiff) == 1);
+            TIFFReadDirectory(tiff); // the next one; there is none behind the last
+        });
+    }
+
+    void writeRows(PagePosition const& position)
+    {
         unsigned int const columns = image_.getSize(mox::COLUMNS);
         for (unsigned int row = 0; row < image_.getSize(mox::ROWS); ++row) {
             interrupt::check();
             image_.readRowAt(columns, row_.data(), 0, row, position.plan, position.time, position.channel);
             tiff_.require(TIFFWriteScanline(tiff_.get(), row_.data(), row, 0) == 1);
         }
-        tiff_.require(TIFFWriteDirectory(tiff_.get()) == 1);
     }
 
     void writeTags()
     {
-        constexpr std::uint64_t stripBytes = 256U << 10U;
         TiffVoxelType const& form = formOf(image_.getVoxelType());
-        std::uint64_t const rowsPerStrip = std::max<std::uint64_t>(1, stripBytes / row_.size());
         set(TIFFTAG_IMAGEWIDTH, image_.getSize(mox::COLUMNS));
         set(TIFFTAG_IMAGELENGTH, image_.getSize(mox::ROWS));
         set(TIFFTAG_BITSPERSAMPLE, int{form.bits});
@@ -96,9 +131,16 @@ private:
         set(TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISBLACK);
         set(TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
         set(TIFFTAG_COMPRESSION, compression_ == Compression::none ? COMPRESSION_NONE : COMPRESSION_ADOBE_DEFLATE);
-        set(TIFFTAG_ROWSPERSTRIP,
-            static_cast<std::uint32_t>(std::min<std::uint64_t>(rowsPerStrip, image_.getSize(mox::ROWS))));
+        set(TIFFTAG_ROWSPERSTRIP, rowsPerStrip());
         writeResolution();
+    }
+
+    /// One strip is contiguous; compressed ones are small, for the readers that unpack them whole.
+    std::uint32_t rowsPerStrip() const
+    {
+        std::size_t const rows = image_.getSize(mox::ROWS);
+        std::size_t const few = std::max<std::size_t>(1, bufferBytes / row_.size());
+        return static_cast<std::uint32_t>(compression_ == Compression::none ? rows : std::min(rows, few));
     }
 
     /// Pixels per unit, as nearly as a fraction can tell; the description holds the exact steps.
