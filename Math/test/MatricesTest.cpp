@@ -21,13 +21,13 @@ TYPED_TEST_SUITE(MatricesOf, Components);
 
 TYPED_TEST(MatricesOf, areZeroByDefault)
 {
-    Matrix2<TypeParam> const two;
-    Matrix3<TypeParam> const three;
+    Matrix2<TypeParam> const small;
+    Matrix3<TypeParam> const large;
     for (unsigned int row = 0; row < 3; ++row) {
         for (unsigned int column = 0; column < 3; ++column) {
-            EXPECT_EQ(three(row, column), TypeParam(0));
+            EXPECT_EQ(large(row, column), TypeParam(0));
             if (row < 2 && column < 2) {
-                EXPECT_EQ(two(row, column), TypeParam(0));
+                EXPECT_EQ(small(row, column), TypeParam(0));
             }
         }
     }
@@ -59,28 +59,28 @@ TYPED_TEST(MatricesOf, lieInMemoryRowByRow)
 
 TYPED_TEST(MatricesOf, giveTheirComponents)
 {
-    Matrix2<TypeParam> two = this->two;
-    two(1, 0) = 9;
-    EXPECT_EQ(two(1, 0), TypeParam(9));
-    EXPECT_EQ(two(0, 1), TypeParam(2));
-    Matrix3<TypeParam> three = this->three;
-    three(2, 0) = 10;
-    EXPECT_EQ(three(2, 0), TypeParam(10));
-    EXPECT_EQ(three(0, 2), TypeParam(3));
+    Matrix2<TypeParam> small = this->two;
+    small(1, 0) = 9;
+    EXPECT_EQ(small(1, 0), TypeParam(9));
+    EXPECT_EQ(small(0, 1), TypeParam(2));
+    Matrix3<TypeParam> large = this->three;
+    large(2, 0) = 10;
+    EXPECT_EQ(large(2, 0), TypeParam(10));
+    EXPECT_EQ(large(0, 2), TypeParam(3));
 }
 
 TYPED_TEST(MatricesOf, areValues)
 {
-    Matrix2<TypeParam> two;
-    EXPECT_EQ(&(two = this->two), &two);
-    EXPECT_TRUE(two == this->two);
-    two(0, 0) = 9;
-    EXPECT_TRUE(two != this->two);
-    Matrix3<TypeParam> three;
-    EXPECT_EQ(&(three = this->three), &three);
-    EXPECT_TRUE(three == this->three);
-    three(2, 2) = 10;
-    EXPECT_FALSE(three == this->three);
+    Matrix2<TypeParam> small;
+    EXPECT_EQ(&(small = this->two), &small);
+    EXPECT_TRUE(small == this->two);
+    small(0, 0) = 9;
+    EXPECT_TRUE(small != this->two);
+    Matrix3<TypeParam> large;
+    EXPECT_EQ(&(large = this->three), &large);
+    EXPECT_TRUE(large == this->three);
+    large(2, 2) = 10;
+    EXPECT_FALSE(large == this->three);
 }
 
 } // namespace
