@@ -100,13 +100,16 @@ void addInfo(CLI::App& app, std::ostream& out)
 void carryOut(int count, char const* const* arguments, std::ostream& out)
 {
     CLI::App app("Runs the algorithms of the Moxelcore library on image files.", "moxel");
-    app.require_subcommand(1);
+    app.require_subcommand(0, 1);
     addList(app, out);
     addDescribe(app, out);
     addRun(app, out);
     addInfo(app, out);
     try {
         app.parse(count, arguments);
+        if (app.get_subcommands().empty()) {
+            throw UsageError("a command is missing; see moxel --help");
+        }
     } catch (CLI::CallForHelp const&) {
         out << app.help();
     }

@@ -23,8 +23,8 @@ namespace {
 std::string firstBytes(fs::path const& path)
 {
     std::error_code ignored;
-    if (fs::is_directory(path, ignored)) {
-        throw FileError("it is a folder");
+    if (fs::exists(path, ignored) && !fs::is_regular_file(path, ignored)) {
+        throw FileError("it is not a file");
     }
     std::array<char, 8> bytes;
     auto const count = std::fread(bytes.data(), 1, bytes.size(), png::open(path, "rb").get());

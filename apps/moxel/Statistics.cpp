@@ -1,9 +1,10 @@
 #include "apps/moxel/Statistics.h"
 
+#include <Moxelcore/Core/VoxelTypeDispatch.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <stdexcept>
 #include <type_traits>
 #include <vector>
 
@@ -90,30 +91,10 @@ private:
 
 std::unique_ptr<Statistics> Statistics::create(mox::VoxelTypes voxelType)
 {
-    switch (voxelType) {
-    case mox::MOX_UINT8:
-        return std::make_unique<TypedStatistics<std::uint8_t>>();
-    case mox::MOX_UINT16:
-        return std::make_unique<TypedStatistics<std::uint16_t>>();
-    case mox::MOX_UINT32:
-        return std::make_unique<TypedStatistics<std::uint32_t>>();
-    case mox::MOX_UINT64:
-        return std::make_unique<TypedStatistics<std::uint64_t>>();
-    case mox::MOX_INT8:
-        return std::make_unique<TypedStatistics<std::int8_t>>();
-    case mox::MOX_INT16:
-        return std::make_unique<TypedStatistics<std::int16_t>>();
-    case mox::MOX_INT32:
-        return std::make_unique<TypedStatistics<std::int32_t>>();
-    case mox::MOX_INT64:
-        return std::make_unique<TypedStatistics<std::int64_t>>();
-    case mox::MOX_FLOAT32:
-        return std::make_unique<TypedStatistics<float>>();
-    case mox::MOX_FLOAT64:
-        return std::make_unique<TypedStatistics<double>>();
-    default:
-        throw std::invalid_argument("voxels of that type have no order");
-    }
+    std::unique_ptr<Statistics> statistics;
+    mox::dispatch(mox::RealVoxels(), voxelType,
+                  [&]<class T>() { statistics = std::make_unique<TypedStatistics<T>>(); });
+    return statistics;
 }
 
 } // namespace moxel

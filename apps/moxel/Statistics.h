@@ -20,7 +20,7 @@ struct Number {
 /// and is counted by itself; without any other there is nothing to tell.
 class Statistics {
 public:
-    /// For voxels of one of the ten real types.
+    /// Null for voxels of another than the ten real types.
     static std::unique_ptr<Statistics> create(mox::VoxelTypes voxelType);
 
     virtual ~Statistics() = default;

@@ -205,7 +205,9 @@ PagePosition TiffReader::positionOf(unsigned int page) const
 void TiffReader::readPage(unsigned int page, mox::ImageModel& image, PagePosition const& position)
 {
     tiff_.require(TIFFSetSubDirectory(tiff_.get(), directories_[page]) == 1);
-    readFormat(); // and with it the form of the colours
+    if (readFormat() != format_) {
+        throw FileError("it has changed meanwhile");
+    }
     tiff_.forgetWarnings();
     if (TIFFIsTiled(tiff_.get()) != 0) {
         readTiles({image, position});
@@ -214,11 +216,21 @@ void TiffReader::readPage(unsigned int page, mox::ImageModel& image, PagePositio
     }
 }
 
+/// What libtiff decodes to must be what is expected of it.
+void TiffReader::requireRowBytes(std::uint64_t bytes, std::uint32_t pixels) const
+{
+    if (packedBytes(pixels * samplesPerPixel(), format_.bits, 1) != bytes) {
+        throw FileError("its pixels are coded in a way that is not supported");
+    }
+}
+
 void TiffReader::readStrips(Target const& target)
 {
     bool const isDirect = samplesPerPixel() == 1 && !isPacked();
     auto const planes = static_cast<std::uint16_t>(format_.samples / samplesPerPixel());
-    std::vector<std::byte> line(isDirect ? 0 : static_cast<std::size_t>(TIFFScanlineSize(tiff_.get())));
+    std::size_t const rowBytes = TIFFScanlineSize64(tiff_.get());
+    requireRowBytes(rowBytes, format_.columns);
+    std::vector<std::byte> line(isDirect ? 0 : rowBytes);
     for (std::uint16_t plane = 0; plane < planes; ++plane) {
         PagePosition const position = {target.position.plan, target.position.time, target.position.channel + plane};
         for (std::uint32_t row = 0; row < format_.rows; ++row) {
@@ -238,6 +250,7 @@ void TiffReader::readTiles(Target const& target)
     auto const width = tiff_.tag<std::uint32_t>(TIFFTAG_TILEWIDTH);
     auto const length = tiff_.tag<std::uint32_t>(TIFFTAG_TILELENGTH);
     auto const planes = static_cast<std::uint16_t>(format_.samples / samplesPerPixel());
+    requireRowBytes(TIFFTileRowSize64(tiff_.get()), width);
     std::vector<std::byte> tile(static_cast<std::size_t>(TIFFTileSize(tiff_.get())));
     for (std::uint16_t plane = 0; plane < planes; ++plane) {
         for (std::uint64_t row = 0; row < format_.rows; row += length) {

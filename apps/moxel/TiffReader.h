@@ -51,6 +51,7 @@ private:
 
     std::size_t samplesPerPixel() const { return format_.planes == PLANARCONFIG_CONTIG ? format_.samples : 1; }
     bool isPacked() const { return format_.bits % 8 != 0; }
+    void requireRowBytes(std::uint64_t bytes, std::uint32_t pixels) const;
     void readStrips(Target const& target);
     void readTiles(Target const& target);
     void readTile(Target const& target, std::uint32_t column, std::uint32_t row, std::uint16_t plane,

@@ -36,7 +36,7 @@ TEST(ImageFile, TellsWhatCannotBeRead)
 {
     Folder const folder;
     EXPECT_THAT(failureOf(folder / "none.tif"), HasSubstr("none.tif\": No such file"));
-    EXPECT_THAT(failureOf(folder / "."), HasSubstr("it is a folder"));
+    EXPECT_THAT(failureOf(folder / "."), HasSubstr("it is not a file"));
     writeBytes(folder / "text.tif", {'h', 'i'});
     EXPECT_THAT(failureOf(folder / "text.tif"), HasSubstr("neither PNG nor TIFF"));
     writeBytes(folder / "empty.png", {});
