@@ -52,7 +52,7 @@ TEST_F(RuleEnforceTypePromotionImageImageOf, retypesTheOutputByItsKind)
     EXPECT_EQ(output->getVoxelType(), MOX_INT32);
 }
 
-TEST_F(RuleEnforceTypePromotionImageImageOf, distinguishesFirstAndSecond)
+TEST_F(RuleEnforceTypePromotionImageImageOf, looksAtBothInputs)
 {
     auto const int32 = imageOf(MOX_INT32);
     auto const output = imageOf(MOX_UINT8);
@@ -165,7 +165,7 @@ TEST_F(RuleEnforceTypePromotionImageValueOf, typesTheNumber)
     EXPECT_EQ(typeFor(std::numeric_limits<double>::quiet_NaN(), sum), MOX_FLOAT64);
 }
 
-TEST_F(RuleEnforceTypePromotionImageValueOf, takesTheImageAsFirstAndTheNumberAsSecond)
+TEST_F(RuleEnforceTypePromotionImageValueOf, promotesTheImagesTypeWithTheNumbers)
 {
     EXPECT_EQ(typeFor(1.0, maximum), MOX_UINT8);
     EXPECT_EQ(typeFor(1.0, minimum), MOX_INT16);

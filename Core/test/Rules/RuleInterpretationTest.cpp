@@ -24,10 +24,19 @@ TEST(RuleSetInterpretation, givesItsInterpretation)
     }
 }
 
+/// An image that nobody has a reason to change.
+class UntouchedImage final : public memory::InMemoryImage {
+public:
+    bool setInterpretation(ImageInterpretation const&) override
+    {
+        ADD_FAILURE() << "changed without need";
+        return false;
+    }
+};
+
 TEST(RuleSetInterpretation, passesAnImageThatNeedsNoChange)
 {
-    TestImage image;
-    image.interprets = false;
+    UntouchedImage image;
     RuleSetInterpretation rule(INTERPRETATION_VALUE);
     EXPECT_EQ(verdict(rule, &image), passes);
 }
@@ -88,8 +97,7 @@ TEST(RuleEnforceSameInterpretation, namesOldAndNewWhenTheImageRefuses)
 
 TEST(RuleEnforceSameInterpretation, passesTheInputItself)
 {
-    TestImage image;
-    image.interprets = false;
+    UntouchedImage image;
     Property<ImageModel const*> input;
     input = &image;
     RuleEnforceSameInterpretation rule(input);
