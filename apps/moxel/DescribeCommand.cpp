@@ -33,6 +33,7 @@ std::vector<Reach> reachOf(mox::BaseAlgorithm const& algorithm)
 {
     mox::AlgoBorderInfluence const influence = algorithm.getAlgoBorderInfluence();
     std::vector<Reach> reach;
+    reach.reserve(numOfDimensions);
     for (int i = 0; i < static_cast<int>(numOfDimensions); ++i) {
         reach.push_back({static_cast<mox::ImageDimension>(i),
                          influence.getNumOfVoxels(static_cast<mox::DirectionTypes>(2 * i)),

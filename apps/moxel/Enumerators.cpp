@@ -11,6 +11,7 @@ namespace moxel {
 std::vector<std::string> enumeratorNames(EnumInfo const& info)
 {
     std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(info.size()));
     for (int i = 0; i < info.size(); ++i) {
         names.emplace_back(info.getNameByIndex(i).c_str());
     }

@@ -78,7 +78,7 @@ void readValues(Lines const& lines, std::string const& key, Values& values)
 /// Nothing when all are 0.
 std::string composeValues(std::string const& key, Values const& values)
 {
-    if (values == Values()) {
+    if (std::all_of(values.begin(), values.end(), [](double value) { return value == 0; })) {
         return {};
     }
     std::string text = key;

@@ -51,6 +51,7 @@ std::vector<std::string> nearestNames(std::string const& name, std::vector<std::
     candidates.resize(std::min(candidates.size(), most));
 
     std::vector<std::string> names;
+    names.reserve(candidates.size());
     for (auto& [distance, candidate] : candidates) {
         names.push_back(std::move(candidate));
     }

@@ -150,7 +150,8 @@ void PngReader::store(png_const_bytep line, unsigned int row, mox::ImageModel& i
     unsigned int const bytes = mox::helper::getSizeOf(header_.voxelType);
     for (unsigned int channel = 0; channel < channelsPerPage(); ++channel) {
         void* const target = rowOf(image, row, {position.plan, position.time, position.channel + channel});
-        copySamples(line + channel * bytes, channelsPerPage(), target, 1, header_.sizes[mox::COLUMNS], bytes);
+        copySamples(line + std::size_t{channel} * bytes, channelsPerPage(), target, 1, header_.sizes[mox::COLUMNS],
+                    bytes);
     }
 }
 

@@ -85,7 +85,7 @@ private:
             interrupt::check();
             for (unsigned int channel = 0; channel < channels_; ++channel) {
                 image_.readRowAt(columns, row.data(), 0, y, 0, 0, channel);
-                copySamples(row.data(), 1, line.data() + channel * bytes_, channels_, columns, bytes_);
+                copySamples(row.data(), 1, line.data() + std::size_t{channel} * bytes_, channels_, columns, bytes_);
             }
             png::guarded(png_, [&] { png_write_row(png_, line.data()); });
         }

@@ -39,6 +39,7 @@ T named(std::string const& kind, std::string const& text, std::map<std::string, 
         return found->second;
     }
     std::vector<std::string> known;
+    known.reserve(names.size());
     for (auto const& [name, value] : names) {
         known.push_back(name);
     }

@@ -290,7 +290,7 @@ void TiffReader::store(std::byte const* line, std::size_t pixels, std::uint32_t 
         PagePosition const position = {target.position.plan, target.position.time,
                                        target.position.channel + channel + sample};
         auto* const to = static_cast<std::byte*>(rowOf(target.image, row, position)) + std::size_t{column} * bytes;
-        copySamples(line + sample * bytes, samplesPerPixel(), to, 1, pixels, bytes);
+        copySamples(line + std::size_t{sample} * bytes, samplesPerPixel(), to, 1, pixels, bytes);
     }
 }
 
