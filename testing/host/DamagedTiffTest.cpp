@@ -132,6 +132,27 @@ TEST(DamagedTiff, RefusesCorruptData)
     EXPECT_NE(failureOf(folder / "a.tif"), "none");
 }
 
+TEST(DamagedTiff, HeedsWhatADecoderOnlyWarnsOf)
+{
+    Folder const folder;
+    auto const noise = randomVoxels<std::uint8_t>({64, 64, 1, 1, 1});
+    writeTiffFile(folder / "a.tif", "w", [&](TIFF* tiff) {
+        setTiffTags(tiff, 64, 64, {mox::MOX_UINT8, 8, SAMPLEFORMAT_UINT});
+        TIFFSetField(tiff, TIFFTAG_COMPRESSION, COMPRESSION_JPEG);
+        TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, 64);
+        for (unsigned int row = 0; row < 64; ++row) {
+            Bytes line(noise.begin() + row * 64, noise.begin() + row * 64 + 64);
+            TIFFWriteScanline(tiff, line.data(), row, 0);
+        }
+    });
+    EXPECT_EQ(failureOf(folder / "a.tif"), "none");
+    Bytes bytes = readBytes(folder / "a.tif");
+    bytes[2000] = 0xFF; // the end of the picture, too early
+    bytes[2001] = 0xD9;
+    writeBytes(folder / "a.tif", bytes);
+    EXPECT_THAT(failureOf(folder / "a.tif"), HasSubstr("premature end"));
+}
+
 TEST(DamagedTiff, SurvivesAnyChangeOfOneByte)
 {
     Folder const folder;

@@ -20,6 +20,28 @@ public:
     mox::OptimLevelType getOptimLevel() override { return mox::OptimLevelType::SCALAR; }
 };
 
+/// Gives the output the input's sizes, where there are both.
+class SameSizes final : public mox::Rules<mox::ImageModel*> {
+public:
+    explicit SameSizes(mox::Property<mox::ImageModel const*> const& input)
+        : input_(&input)
+    {
+    }
+
+    void apply(mox::PropertyValue<mox::ImageModel*>& output) override
+    {
+        mox::ImageModel const* const input = input_->get();
+        if (input != nullptr && output.value != nullptr) {
+            output.value->allocate(output.value->getVoxelType(), input->getSize(mox::COLUMNS),
+                                   input->getSize(mox::ROWS), input->getSize(mox::PLANS),
+                                   input->getSize(mox::TIME_SERIES), input->getSize(mox::SPECTRAL_SERIES));
+        }
+    }
+
+private:
+    mox::Property<mox::ImageModel const*> const* input_;
+};
+
 mox::RunnerRegistration<HostAlgorithm, ScalarHostAlgorithmRunner> const registration;
 
 } // namespace
@@ -38,7 +60,7 @@ void HostAlgorithm::init()
     declareInput(centre, "centre", mox::math::Vector3<double>(1, 2, 0.5));
     declareInput(points, "points", nullptr);
     declareInput(transform, "transform", mox::math::Matrix3<double>());
-    declareOutput(output, "output", nullptr);
+    declareOutput(output, "output", nullptr, mox::rule<SameSizes>(input));
     declareOutput(second, "second", nullptr);
     declareOutput(mean, "mean", 0.0);
     declareOutput(extrema, "extrema", nullptr);

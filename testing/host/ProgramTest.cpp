@@ -140,7 +140,7 @@ bool waitForTemporary(Program& program, Folder const& folder, std::size_t names)
 
 TEST_F(ProgramTest, LeavesNothingWhenStoppedWhileWriting)
 {
-    writeNoise({1000, 1000, 20, 1, 1});
+    writeNoise({5000, 4000, 1, 1, 1});
     writeBytes(folder_ / "out.tif", {1, 2, 3});
     for (int const number : {SIGINT, SIGTERM}) {
         Program program = start(threshold("out.tif"));

@@ -177,6 +177,17 @@ TEST_F(RunCommand, ChecksTheOutputBeforeTheRun)
     EXPECT_FALSE(hasRun);
 }
 
+TEST_F(RunCommand, ChecksThatTheResultFitsItsFileBeforeTheRun)
+{
+    mox::memory::InMemoryImage volume;
+    fill<std::uint8_t>(volume, {1, 1, 2, 1, 1}, {3, 4});
+    writeImage(volume, folder_ / "in.tif", ImageFormat::tiff, Compression::none);
+    bool hasRun = false;
+    algorithm_->work = [&](HostAlgorithm&) { hasRun = true; };
+    EXPECT_THROW(run({.values = {file("input", "in.tif"), file("output", "out.png")}}), FileError);
+    EXPECT_FALSE(hasRun);
+}
+
 TEST_F(RunCommand, LeavesNothingWhenTheRunFails)
 {
     writeBytes(folder_ / "out.tif", {1});
@@ -225,7 +236,6 @@ TEST_F(RunCommand, StopsAtASignal)
     interrupt::watch();
     bool wasCancelled = false;
     algorithm_->work = [&](HostAlgorithm& algorithm) {
-        copyInput(algorithm);
         EndlessWork const work(&algorithm);
         std::raise(SIGINT);
         wasCancelled = work.waitForCancel();
@@ -235,6 +245,15 @@ TEST_F(RunCommand, StopsAtASignal)
     EXPECT_TRUE(wasCancelled);
     EXPECT_EQ(readBytes(folder_ / "out.tif"), (Bytes{1}));
     EXPECT_THAT(folder_.names(), ElementsAre("in.tif", "out.tif"));
+}
+
+TEST_F(RunCommand, PrintsNothingWhenStopped)
+{
+    interrupt::watch();
+    algorithm_->work = [](HostAlgorithm&) { std::raise(SIGINT); };
+    std::ostringstream out;
+    EXPECT_THROW(runAlgorithm(algorithm_, {}, out), Cancelled);
+    EXPECT_EQ(out.str(), "");
 }
 
 } // namespace

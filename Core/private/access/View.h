@@ -6,11 +6,11 @@
 
 #include <memory>
 
-#include "Core/private/forEachRealVoxel.h"
 #include "Core/private/access/BorderCondition.h"
 #include "Core/private/access/Position.h"
 #include "Core/private/access/SimdVec.h"
 #include "Core/private/access/Sizes.h"
+#include "Core/private/forEachRealVoxel.h"
 
 namespace mox::access {
 

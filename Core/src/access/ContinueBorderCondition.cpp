@@ -1,7 +1,7 @@
 #include "Core/private/access/ContinueBorderCondition.h"
 
-#include "Core/private/forEachRealVoxel.h"
 #include "Core/private/access/readInside.h"
+#include "Core/private/forEachRealVoxel.h"
 
 namespace mox::access {
 

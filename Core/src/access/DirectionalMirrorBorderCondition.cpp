@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "Core/private/forEachRealVoxel.h"
 #include "Core/private/access/readInside.h"
+#include "Core/private/forEachRealVoxel.h"
 
 namespace mox::access {
 
