@@ -10,21 +10,18 @@ double RunRecord::percent() const
     return max == 0 ? 0.0 : static_cast<double>(progress.load()) * 100.0 / static_cast<double>(max);
 }
 
-AbstractPrivateImplementation::AbstractPrivateImplementation(BaseAlgorithm* owner)
+AbstractPrivateImplementation::AbstractPrivateImplementation(BaseAlgorithm* owner, AttachLater)
     : record_(owner != nullptr ? AlgorithmAccess::state(*owner).record.get() : new RunRecord)
     , owner_(owner)
-    , attached_(owner != nullptr)
+    , attached_(false)
 {
     intrusive_ptr_add_ref(record_);
-    if (!attached_) {
-        return;
-    }
-    AlgorithmState& state = AlgorithmAccess::state(*owner);
-    std::lock_guard const lock(state.implMutex);
-    record_->progress = 0;
-    record_->maxProgress = 0;
-    record_->attached = true;
-    state.impl = this;
+}
+
+AbstractPrivateImplementation::AbstractPrivateImplementation(BaseAlgorithm* owner)
+    : AbstractPrivateImplementation(owner, AttachLater())
+{
+    attach();
 }
 
 AbstractPrivateImplementation::AbstractPrivateImplementation(AbstractPrivateImplementation& run)
@@ -39,6 +36,20 @@ AbstractPrivateImplementation::~AbstractPrivateImplementation()
 {
     detach();
     intrusive_ptr_release(record_);
+}
+
+void AbstractPrivateImplementation::attach()
+{
+    if (owner_ == nullptr) {
+        return;
+    }
+    AlgorithmState& state = AlgorithmAccess::state(*owner_);
+    std::lock_guard const lock(state.implMutex);
+    record_->progress = 0;
+    record_->maxProgress = 0;
+    record_->attached = true;
+    state.impl = this;
+    attached_ = true;
 }
 
 void AbstractPrivateImplementation::detach()

@@ -34,12 +34,13 @@ public:
     bool cancelExecution() override;
 
 protected:
-    /// A run of its own; attaches itself to the owner, which may be null.
+    /// A run of its own. The owner may be null.
     explicit Filter(BaseAlgorithm* owner);
     /// One pass of a longer run, to which progress and cancelling belong.
     explicit Filter(Filter& run);
 
-    /// The run's amount of work. A pass leaves it to its run.
+    /// Attaches the run, which must be whole, to the owner with its amount of work. A pass leaves that to its run.
+    /// The concrete class calls `detach` first thing in its destructor.
     void announce(uint64 numOfVoxels);
 
     /// By request, or because the task group that the run is part of was cancelled.
@@ -82,6 +83,7 @@ public:
     {
         announce(numOfVoxels);
     }
+    ~PassSequence() override { detach(); }
 
     using Filter::isStopped;
 };

@@ -82,6 +82,8 @@ public:
     {
     }
 
+    ~ImageToImageFilter() override { detach(); }
+
     void setInput(boost::shared_ptr<InputView> view) { input_ = std::move(view); }
     void setOutput(boost::shared_ptr<OutputView> view) { output_ = std::move(view); }
 

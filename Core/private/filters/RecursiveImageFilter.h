@@ -203,6 +203,8 @@ public:
     {
     }
 
+    ~RecursiveImageFilter() override { detach(); }
+
     void setInput(boost::shared_ptr<InputView> view) { input_ = std::move(view); }
     void setOutput(boost::shared_ptr<OutputView> view) { output_ = std::move(view); }
     /// 1 unless set. More than one needs input and output voxels of one type.

@@ -45,7 +45,7 @@ void runOver(RootBlock const& root, LeafWork& work, algorithms::AbstractPrivateI
 } // namespace
 
 Filter::Filter(BaseAlgorithm* owner)
-    : AbstractPrivateImplementation(owner)
+    : AbstractPrivateImplementation(owner, AttachLater())
     , context_(std::make_shared<Context>())
     , isPass_(false)
 {
@@ -58,10 +58,7 @@ Filter::Filter(Filter& run)
 {
 }
 
-Filter::~Filter()
-{
-    detach();
-}
+Filter::~Filter() = default;
 
 bool Filter::cancelExecution()
 {
@@ -73,6 +70,7 @@ bool Filter::cancelExecution()
 void Filter::announce(uint64 numOfVoxels)
 {
     if (!isPass_) {
+        attach();
         setMaxProgress(numOfVoxels);
     }
 }

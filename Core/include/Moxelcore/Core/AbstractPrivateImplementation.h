@@ -15,7 +15,8 @@ struct RunRecord;
 /// shared with the algorithm object, so that a thread that watches the run may ask at any time.
 class MOXELCORE_API AbstractPrivateImplementation {
 public:
-    /// Attaches itself to the owner, which may be null.
+    /// Attaches itself to the owner, which may be null. From here on another thread may call `cancelExecution`; a
+    /// class whose own members that needs starts with `AttachLater`.
     explicit AbstractPrivateImplementation(BaseAlgorithm* owner);
     AbstractPrivateImplementation(AbstractPrivateImplementation const&) = delete;
     AbstractPrivateImplementation& operator=(AbstractPrivateImplementation const&) = delete;
@@ -33,9 +34,14 @@ public:
     BaseAlgorithm* getPublicInterface() const;
 
 protected:
+    struct AttachLater {};
+
+    /// Leaves it to the concrete class to call `attach` once it is whole.
+    AbstractPrivateImplementation(BaseAlgorithm* owner, AttachLater);
     /// One pass of a run of several: shares the run's progress and cancel flag, attaches nothing.
     explicit AbstractPrivateImplementation(AbstractPrivateImplementation& run);
 
+    void attach();
     /// After this no thread calls `cancelExecution` any more.
     void detach();
 
