@@ -54,9 +54,9 @@ public:
     bool isIncremental(bool flag) const override;
     void write() const override;
 
-    int getNumberOfClasses() const { return numOfClasses_; }
-    /// Whether the fields fit together, which a file does not warrant.
-    bool isConsistent() const;
+    /// Completes a classifier that was loaded from a file. False when it has not these sizes or its fields do not fit
+    /// together.
+    bool restore(int learningSpaceDimension, int numberOfClasses);
 
 private:
     friend class boost::serialization::access;
@@ -66,6 +66,7 @@ private:
     /// Shares the models.
     LDAClassifier(LDAClassifier const&) = default;
 
+    bool isConsistent() const;
     void requireStatus(bool holds, char const* operation) const;
     void requireIndex(int index) const;
     void normalizeByVariance();

@@ -48,6 +48,23 @@ Estimator::VectorType vectorOf(std::vector<double> const& values)
     return Eigen::Map<Eigen::VectorXd const>(values.data(), static_cast<Eigen::Index>(values.size()));
 }
 
+bool fits(boost::shared_ptr<Estimator> const& model, int dimension, bool mustBeFinalized)
+{
+    return model && model->isConsistent() && model->getDimension() == dimension &&
+           (model->isUpToDate() || !mustBeFinalized);
+}
+
+bool allFit(Models const& models, int dimension, bool mustBeFinalized)
+{
+    return std::all_of(models.begin(), models.end(),
+                       [&](auto const& model) { return fits(model, dimension, mustBeFinalized); });
+}
+
+bool areMissing(Models const& models)
+{
+    return std::none_of(models.begin(), models.end(), [](auto const& model) { return bool(model); });
+}
+
 /// A covariance that is not finite counts as of full rank.
 bool isRankDeficient(Estimator::MatrixType const& covariance)
 {
@@ -331,39 +348,33 @@ void LDAClassifier::write() const
     requireStatus(status_ == Status::finalized, "write");
 }
 
-bool LDAClassifier::isConsistent() const
+bool LDAClassifier::restore(int learningSpaceDimension, int numberOfClasses)
 {
-    auto const fits = [](boost::shared_ptr<Estimator> const& model, int dimension) {
-        return model && model->isConsistent() && model->getDimension() == dimension;
-    };
-    auto const allFit = [&](Models const& models, int dimension, bool mayBeMissing) {
-        bool const areMissing = std::all_of(models.begin(), models.end(), [](auto const& model) { return !model; });
-        return models.size() == at(numOfClasses_) &&
-               ((mayBeMissing && areMissing) ||
-                std::all_of(models.begin(), models.end(), [&](auto const& model) { return fits(model, dimension); }));
-    };
-    auto const allUpToDate = [](Models const& models) {
-        return std::all_of(models.begin(), models.end(),
-                           [](auto const& model) { return !model || model->isUpToDate(); });
-    };
-    if (status_ == Status::uninitialized) {
-        return intraModels_.empty() && featuresInfo_.empty();
-    }
-    bool const isFinalized = status_ == Status::finalized;
-    if (numOfClasses_ < 2 || learningSpaceDimension_ < 1 || (!isFinalized && status_ != Status::learning)) {
+    bool const fits = learningSpaceDimension_ == learningSpaceDimension && numOfClasses_ == numberOfClasses;
+    if (!fits || !isConsistent()) {
         return false;
     }
+    reduceNormalization();
+    return true;
+}
+
+bool LDAClassifier::isConsistent() const
+{
+    if (status_ != Status::learning && status_ != Status::finalized) {
+        return false;
+    }
+    bool const isFinalized = status_ == Status::finalized;
     auto const dimension = at(learningSpaceDimension_);
     auto const used = std::count_if(featuresInfo_.begin(), featuresInfo_.end(), [](auto const& f) { return f.used; });
-    return featuresInfo_.size() == dimension && min_.size() == dimension && max_.size() == dimension &&
-           normOffset_.size() == dimension && normFactor_.size() == dimension && used == nbUsedFeatures_ &&
-           (used > 0 || !isFinalized) && normFactorReduced_.size() == at(nbUsedFeatures_) &&
-           allFit(intraModels_, learningSpaceDimension_, false) &&
-           allFit(intraModelsNormalized_, learningSpaceDimension_, !isFinalized) &&
-           allFit(intraModelsNormalizedReduced_, nbUsedFeatures_, !isFinalized) &&
-           fits(interModel_, learningSpaceDimension_) && allUpToDate(intraModelsNormalized_) &&
-           allUpToDate(intraModelsNormalizedReduced_) &&
-           (!isFinalized || (allUpToDate(intraModels_) && interModel_->isUpToDate()));
+    return numOfClasses_ > 1 && learningSpaceDimension_ > 0 && featuresInfo_.size() == dimension &&
+           min_.size() == dimension && max_.size() == dimension && normOffset_.size() == dimension &&
+           normFactor_.size() == dimension && used == nbUsedFeatures_ && (used > 0 || !isFinalized) &&
+           normFactorReduced_.size() == at(nbUsedFeatures_) &&
+           allFit(intraModels_, learningSpaceDimension_, isFinalized) &&
+           fits(interModel_, learningSpaceDimension_, isFinalized) &&
+           ((!isFinalized && areMissing(intraModelsNormalized_) && areMissing(intraModelsNormalizedReduced_)) ||
+            (allFit(intraModelsNormalized_, learningSpaceDimension_, true) &&
+             allFit(intraModelsNormalizedReduced_, nbUsedFeatures_, true)));
 }
 
 void LDAClassifier::requireStatus(bool holds, char const* operation) const
