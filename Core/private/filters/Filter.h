@@ -33,6 +33,9 @@ public:
     /// Sets the flag and stops the scheduler from starting further leaves.
     bool cancelExecution() override;
 
+    /// By request, or because the task group that the run is part of was cancelled.
+    bool isStopped() const;
+
 protected:
     /// A run of its own. The owner may be null.
     explicit Filter(BaseAlgorithm* owner);
@@ -42,9 +45,6 @@ protected:
     /// Attaches the run, which must be whole, to the owner with its amount of work. A pass leaves that to its run.
     /// The concrete class calls `detach` first thing in its destructor.
     void announce(uint64 numOfVoxels);
-
-    /// By request, or because the task group that the run is part of was cancelled.
-    bool isStopped() const;
 
     /// Runs the work over the leaves of a slice of a region, by default the whole image; an empty one has none. What a
     /// leaf throws stops the loop and is thrown here.
@@ -113,8 +113,6 @@ public:
         announce(numOfVoxels);
     }
     ~PassSequence() override { detach(); }
-
-    using Filter::isStopped;
 };
 
 } // namespace filters

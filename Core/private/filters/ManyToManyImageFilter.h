@@ -23,9 +23,11 @@ template <class... In, class... Out, class Arch>
 class ManyToManyImageContext<TypeVector<In...>, TypeVector<Out...>, Arch> {
 public:
     /// Throws `boost::bad_any_cast` for a view of another type than the lists tell.
-    ManyToManyImageContext(std::vector<boost::any> const& inputs, std::vector<boost::any> const& outputs)
+    ManyToManyImageContext(std::vector<boost::any> const& inputs, std::vector<boost::any> const& outputs,
+                           filters::Filter const* run)
         : inputs_(viewsOf<In...>(inputs, std::index_sequence_for<In...>()))
         , outputs_(viewsOf<Out...>(outputs, std::index_sequence_for<Out...>()))
+        , run_(run)
     {
     }
 
@@ -35,9 +37,11 @@ public:
     {
         filters::Borrowed<Caches> const caches(store_, [this] { return std::make_unique<Caches>(*this); });
         std::optional<access::SafeBox> const everywhere;
-        auto const bindSource = [&](auto&... cache) { return std::tuple(filters::RowSource(cache, leaf)...); };
-        auto const bindTarget = [&](auto&... cache) {
-            return std::tuple(filters::RowTarget(cache, leaf, everywhere)...);
+        auto const bindSource = [&](auto&... input) {
+            return std::tuple(filters::RowSource(input.rows, input.scratch, leaf)...);
+        };
+        auto const bindTarget = [&](auto&... rows) {
+            return std::tuple(filters::RowTarget(rows, leaf, everywhere, run_)...);
         };
         auto sources = std::apply(bindSource, caches->inputs);
         auto targets = std::apply(bindTarget, caches->outputs);
@@ -52,9 +56,20 @@ private:
     template <class T>
     using ViewPointer = boost::shared_ptr<ArchView<T, Arch>>;
 
+    template <class View>
+    struct InputCache {
+        explicit InputCache(View const& view)
+            : rows(view)
+        {
+        }
+
+        access::RowCacheRead<View> rows;
+        filters::Scratch<View> scratch;
+    };
+
     struct Caches final : filters::ThreadStore::Item {
         explicit Caches(ManyToManyImageContext const& context)
-            : inputs(cachesOf<access::RowCacheRead<ArchView<In, Arch>>...>(context.inputs_))
+            : inputs(cachesOf<InputCache<ArchView<In, Arch>>...>(context.inputs_))
             , outputs(cachesOf<access::RowCacheReadWrite<ArchView<Out, Arch>>...>(context.outputs_))
         {
         }
@@ -65,7 +80,7 @@ private:
             return std::apply([](auto const&... view) { return std::tuple<Cache...>(Cache(*view)...); }, views);
         }
 
-        std::tuple<access::RowCacheRead<ArchView<In, Arch>>...> inputs;
+        std::tuple<InputCache<ArchView<In, Arch>>...> inputs;
         std::tuple<access::RowCacheReadWrite<ArchView<Out, Arch>>...> outputs;
     };
 
@@ -77,6 +92,7 @@ private:
 
     std::tuple<ViewPointer<In>...> inputs_;
     std::tuple<ViewPointer<Out>...> outputs_;
+    filters::Filter const* run_;
     filters::ThreadStore store_;
 };
 
@@ -162,7 +178,7 @@ public:
     {
         announce(region_.numOfVoxels());
         using RunContext = ManyToManyImageContext<InputTypes, OutputTypes, Arch>;
-        RunContext context(inputs_, outputs_);
+        RunContext context(inputs_, outputs_, this);
         if constexpr (std::is_same_v<Reduction, FilterWithReductionTag>) {
             TbbBodyManyToManyImageWithReduction<Kernel, RunContext> body(kernel_, context);
             forEachSliceBySpectrum(Dimensions(), region_, [&](filters::Slice const& slice) {
