@@ -11,6 +11,8 @@ struct RealImage {
     Sizes sizes;
     mox::VoxelTypes voxelType;
     std::optional<mox::ImageDimension> pages;
+
+    friend std::ostream& operator<<(std::ostream& stream, RealImage const& image) { return stream << image.name; }
 };
 
 RealImage const images[] = {

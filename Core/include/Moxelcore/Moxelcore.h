@@ -26,4 +26,11 @@
 #include <Moxelcore/Core/Runnable.h>
 #include <Moxelcore/Core/VoxelTypeDispatch.h>
 #include <Moxelcore/Math/MathProperty.h>
+#include <Moxelcore/Morphology/Ball3DMorphology.h>
+#include <Moxelcore/Morphology/Disk2DMorphology.h>
+#include <Moxelcore/Morphology/Disk3DMorphology.h>
+#include <Moxelcore/Morphology/Line2DMorphology.h>
+#include <Moxelcore/Morphology/Line3DMorphology.h>
+#include <Moxelcore/Morphology/Neighborhood2DMorphology.h>
+#include <Moxelcore/Morphology/Neighborhood3DMorphology.h>
 #include <Moxelcore/Segmentation/Threshold.h>

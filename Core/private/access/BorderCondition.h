@@ -22,6 +22,9 @@ public:
 
     /// The same for a caller who knows the sizes and reads many rows.
     virtual void readRow(ImageModel const& image, Sizes const& sizes, T* begin, T* end, Position p) const = 0;
+
+    /// The value of every voxel outside, for a condition that knows one whatever the image; else null.
+    virtual T const* constant() const { return nullptr; }
 };
 
 } // namespace mox::access

@@ -23,6 +23,7 @@ public:
 
     using BorderCondition<T>::readRow;
     void readRow(ImageModel const& image, Sizes const& sizes, T* begin, T* end, Position p) const override;
+    T const* constant() const override { return &value_; }
 
 private:
     T value_;

@@ -68,6 +68,9 @@ public:
         return row;
     }
 
+    ViewType const& view() const { return *view_; }
+    typename Row::Source source() const { return source_; }
+
 private:
     ViewType const* view_;
     typename Row::Source source_;

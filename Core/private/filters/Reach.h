@@ -19,6 +19,14 @@ struct Reach {
     bool operator==(Reach const&) const = default;
 };
 
+/// How a kernel uses the voxels that it reads.
+struct Use {
+    Reach reach;
+    /// Whether the kernel never reads a row through the image once it may have written it, so that it needs no
+    /// copies of rows when input and output are one image.
+    bool readsAhead = false;
+};
+
 /// The voxels of a leaf that no other leaf reads. A neighbour before the leaf reads into it as far as the kernel
 /// reaches towards the end, and the other way round. There is no neighbour at a face of the image.
 inline access::SafeBox safeBox(access::Block const& leaf, Reach const& reach, access::Sizes const& sizes)

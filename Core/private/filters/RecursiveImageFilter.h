@@ -13,6 +13,7 @@
 
 #include "Core/private/filters/Filter.h"
 #include "Core/private/filters/Reach.h"
+#include "Core/private/filters/leafRows.h"
 #include "Core/private/filters/pointKernel.h"
 
 namespace mox {
@@ -23,8 +24,8 @@ struct InputToOutput {};
 struct OutputToOutput {};
 
 /// What the leaves of one phase share: the views, and the threads' row caches. When both views are on one image and
-/// the kernel reaches beyond the voxel, rows are read as copies, and what a neighbouring leaf may still read is
-/// held back until `flush`.
+/// the kernel reaches beyond the voxel, what a neighbouring leaf may still read is held back until `flush`, and rows
+/// are read as copies, unless the kernel has no use for a row that it has written.
 template <class In, class Out, class Arch, class Phase>
 class RecursiveImageContext {
 public:
@@ -42,13 +43,17 @@ public:
 
         InputCache input;
         OutputCache output;
+        filters::Scratch<InputView> scratch;
     };
 
-    RecursiveImageContext(InputView const& input, OutputView const& output, filters::Reach const& reach)
+    RecursiveImageContext(InputView const& input, OutputView const& output, filters::Use const& use,
+                          filters::Filter const* run = nullptr)
         : input_(input)
         , output_(output)
-        , reach_(reach)
-        , holdsBack_(std::is_same_v<Phase, OutputToOutput> && reach != filters::Reach() && input.isOnSameImage(output))
+        , use_(use)
+        , run_(run)
+        , holdsBack_(std::is_same_v<Phase, OutputToOutput> && use.reach != filters::Reach() &&
+                     input.isOnSameImage(output))
     {
     }
 
@@ -58,16 +63,18 @@ public:
     filters::Borrowed<Caches> borrowCaches()
     {
         using Source = typename InputCache::Row::Source;
-        return {store_, [this] {
-                    return std::make_unique<Caches>(input_, output_, holdsBack_ ? Source::copied : Source::shared);
-                }};
+        Source const source = holdsBack_ && !use_.readsAhead ? Source::copied : Source::shared;
+        return {store_, [this, source] { return std::make_unique<Caches>(input_, output_, source); }};
     }
 
     /// The part of a leaf that may be written at once; none where all may.
     std::optional<access::SafeBox> safeBox(access::Block const& leaf) const
     {
-        return holdsBack_ ? std::optional(filters::safeBox(leaf, reach_, output_.sizes())) : std::nullopt;
+        return holdsBack_ ? std::optional(filters::safeBox(leaf, use_.reach, output_.sizes())) : std::nullopt;
     }
+
+    /// Null in a context of a test.
+    filters::Filter const* run() const { return run_; }
 
     /// Writes what was held back. To be called on one thread, after the parallel loop.
     void flush()
@@ -80,75 +87,11 @@ public:
 private:
     InputView const& input_;
     OutputView const& output_;
-    filters::Reach reach_;
+    filters::Use use_;
+    filters::Filter const* run_;
     bool holdsBack_;
     filters::ThreadStore store_;
 };
-
-namespace filters {
-
-/// Where a neighbourhood kernel reads: rows relative to its leaf, in slots of its choice, extended beyond the image.
-template <class InputCache>
-class RowSource {
-public:
-    RowSource(InputCache& cache, access::Block const& leaf)
-        : cache_(cache)
-        , leaf_(leaf)
-    {
-    }
-
-    /// `length` voxels from column x on. They stay valid until the slot is used again.
-    auto const* row(std::size_t slot, int x, int y, int z, unsigned int length)
-    {
-        return cache_.getRow(slot, length, leaf_, x, y, z, 0, 0).voxels();
-    }
-
-private:
-    InputCache& cache_;
-    access::Block const& leaf_;
-};
-
-/// Where a neighbourhood kernel writes: the rows of its leaf, one after the other, each complete before the next.
-/// Row y of plan z may be written once the kernel no longer reads that row through the image.
-template <class OutputCache>
-class RowTarget {
-public:
-    RowTarget(OutputCache& cache, access::Block const& leaf, std::optional<access::SafeBox> const& box)
-        : cache_(cache)
-        , leaf_(leaf)
-        , box_(box)
-    {
-    }
-
-    /// Calls `fill` with the memory for row (y, z), as long as the leaf is wide, then flushes it.
-    template <class Fill>
-    void writeRow(int y, int z, Fill&& fill)
-    {
-        using ReadBack = typename OutputCache::Row::ReadBack;
-        access::SafeBox const* const box = box_ ? &*box_ : nullptr;
-        auto& row = cache_.getRow(0, leaf_.getNumOfColumns(), leaf_, 0, y, z, 0, 0, ReadBack::no, box);
-        fill(row.voxels());
-        cache_.flush(row, box);
-    }
-
-private:
-    OutputCache& cache_;
-    access::Block const& leaf_;
-    std::optional<access::SafeBox> const& box_;
-};
-
-/// How far a kernel reads; point kernels do not tell and reach nowhere.
-template <class Kernel>
-Reach reachOf(Kernel const& kernel)
-{
-    if constexpr (requires { kernel.reach(); }) {
-        return kernel.reach();
-    } else {
-        return {};
-    }
-}
-
-} // namespace filters
 
 /// Applies a kernel to a leaf, in 2D and in 3D: a point kernel row by row, a neighbourhood kernel by its operation
 /// on leaves, `kernel(leaf, source, target)`.
@@ -170,8 +113,8 @@ public:
             filters::applyToRows(kernel_, leaf, context_.input(), context_.output(), caches->input, caches->output);
         } else {
             auto const box = context_.safeBox(leaf);
-            filters::RowSource source(caches->input, leaf);
-            filters::RowTarget target(caches->output, leaf, box);
+            filters::RowSource source(caches->input, caches->scratch, leaf);
+            filters::RowTarget target(caches->output, leaf, box, context_.run());
             kernel_(leaf, source, target);
         }
     }
@@ -263,7 +206,7 @@ private:
         // What reads its own output reads voxels of the output's type.
         if constexpr (std::is_same_v<Phase, InputToOutput> || std::is_same_v<In, Out>) {
             using PhaseContext = RecursiveImageContext<typename SourceView::Voxel, Out, Arch, Phase>;
-            PhaseContext context(source, target, filters::reachOf(kernel_));
+            PhaseContext context(source, target, filters::useOf(kernel_), this);
             TbbBodyRecursiveImage<Kernel, PhaseContext> body(kernel_, context);
             forEachLeaf(Dimensions(), sizes, slice, body);
             if (std::is_same_v<Phase, OutputToOutput> && !isStopped()) {

@@ -4,13 +4,15 @@
 #include <Moxelcore/Core/access/Block3d.h>
 
 #include <tbb/parallel_for.h>
+#include <tbb/parallel_reduce.h>
 #include <tbb/task_group.h>
+
+#include <algorithm>
 
 namespace mox::filters {
 
 using access::Block2d;
 using access::Block3d;
-using access::GrainedRange;
 
 struct Filter::Context {
     tbb::task_group_context group;
@@ -23,9 +25,29 @@ constexpr unsigned int grainPlans = 10;
 constexpr unsigned int grainRows = 10;
 constexpr unsigned int grainColumns = 1024;
 
-GrainedRange range(unsigned int size, unsigned int grain)
+Block2d rootOf(Filter2dTag, access::Region const& region, Slice const& slice)
 {
-    return {size, 0, grain};
+    return {{region.getEndRow(), region.getBeginRow(), grainRows},
+            {region.getEndColumn(), region.getBeginColumn(), grainColumns},
+            slice.plan,
+            slice.timeSeries,
+            slice.spectralSeries};
+}
+
+Block3d rootOf(Filter3dTag, access::Region const& region, Slice const& slice)
+{
+    return {{region.getEndPlan(), region.getBeginPlan(), grainPlans},
+            {region.getEndRow(), region.getBeginRow(), grainRows},
+            {region.getEndColumn(), region.getBeginColumn(), grainColumns},
+            slice.timeSeries,
+            slice.spectralSeries};
+}
+
+/// Does the work on a leaf and counts its voxels.
+void runLeaf(access::Block const& leaf, LeafWork& work, algorithms::AbstractPrivateImplementation& filter)
+{
+    work(leaf);
+    filter.incrementProgress(uint64{leaf.getNumOfPlans()} * leaf.getNumOfColumns() * leaf.getNumOfRows());
 }
 
 template <class RootBlock>
@@ -35,11 +57,58 @@ void runOver(RootBlock const& root, LeafWork& work, algorithms::AbstractPrivateI
     if (root.empty()) {
         return;
     }
-    auto const body = [&](RootBlock const& leaf) {
-        work(leaf);
-        filter.incrementProgress(uint64{leaf.getNumOfPlans()} * leaf.getNumOfColumns() * leaf.getNumOfRows());
-    };
+    auto const body = [&](RootBlock const& leaf) { runLeaf(leaf, work, filter); };
     tbb::parallel_for(root, body, tbb::auto_partitioner(), group);
+}
+
+/// A body in the sense of oneTBB. The root body works with what the caller gave, whose value is asked for. A split
+/// one makes work of its own with its first leaf: a constructor that fails in the middle of a split would leak.
+class ReductionBody {
+public:
+    ReductionBody(LeafReduction& work, algorithms::AbstractPrivateImplementation& filter)
+        : root_(work)
+        , work_(&work)
+        , filter_(filter)
+    {
+    }
+    ReductionBody(ReductionBody& other, tbb::split)
+        : root_(other.root_)
+        , filter_(other.filter_)
+    {
+    }
+
+    void operator()(access::Block const& leaf)
+    {
+        if (work_ == nullptr) {
+            owned_ = root_.split();
+            work_ = owned_.get();
+        }
+        runLeaf(leaf, *work_, filter_);
+    }
+
+    void join(ReductionBody& right)
+    {
+        if (work_ != nullptr && right.work_ != nullptr) { // one is missing only where the loop was stopped
+            work_->join(*right.work_);
+        }
+    }
+
+private:
+    LeafReduction& root_;
+    std::unique_ptr<LeafReduction> owned_;
+    LeafReduction* work_ = nullptr;
+    algorithms::AbstractPrivateImplementation& filter_;
+};
+
+template <class RootBlock>
+void reduceOver(RootBlock const& root, LeafReduction& work, algorithms::AbstractPrivateImplementation& filter,
+                tbb::task_group_context& group)
+{
+    if (root.empty()) {
+        return;
+    }
+    ReductionBody body(work, filter);
+    tbb::parallel_reduce(root, body, tbb::auto_partitioner(), group);
 }
 
 } // namespace
@@ -80,18 +149,37 @@ bool Filter::isStopped() const
     return isExecutionCancelled() || context_->group.is_group_execution_cancelled();
 }
 
-void Filter::forEachLeaf(Filter2dTag, access::Sizes const& sizes, Slice const& slice, LeafWork& work)
+void Filter::forEachLeaf(Filter2dTag dimensions, access::Region const& region, Slice const& slice, LeafWork& work)
 {
-    Block2d const root(range(sizes.rows, grainRows), range(sizes.columns, grainColumns), slice.plan, slice.timeSeries,
-                       slice.spectralSeries);
-    runOver(root, work, *this, context_->group);
+    runOver(rootOf(dimensions, region, slice), work, *this, context_->group);
 }
 
-void Filter::forEachLeaf(Filter3dTag, access::Sizes const& sizes, Slice const& slice, LeafWork& work)
+void Filter::forEachLeaf(Filter3dTag dimensions, access::Region const& region, Slice const& slice, LeafWork& work)
 {
-    Block3d const root(range(sizes.plans, grainPlans), range(sizes.rows, grainRows), range(sizes.columns, grainColumns),
-                       slice.timeSeries, slice.spectralSeries);
-    runOver(root, work, *this, context_->group);
+    runOver(rootOf(dimensions, region, slice), work, *this, context_->group);
+}
+
+void Filter::reduceLeaves(Filter2dTag dimensions, access::Region const& region, Slice const& slice, LeafReduction& work)
+{
+    reduceOver(rootOf(dimensions, region, slice), work, *this, context_->group);
+}
+
+void Filter::reduceLeaves(Filter3dTag dimensions, access::Region const& region, Slice const& slice, LeafReduction& work)
+{
+    reduceOver(rootOf(dimensions, region, slice), work, *this, context_->group);
+}
+
+void Filter::reduceBands(access::Region const& region, Slice const& slice, unsigned int rows, LeafReduction& work)
+{
+    unsigned int const wholeWidth = std::max(region.getNumOfColumns(), 1U);
+    Block2d const root({region.getEndRow(), region.getBeginRow(), rows},
+                       {region.getEndColumn(), region.getBeginColumn(), wholeWidth}, slice.plan, slice.timeSeries,
+                       slice.spectralSeries);
+    if (root.empty()) {
+        return;
+    }
+    ReductionBody body(work, *this);
+    tbb::parallel_deterministic_reduce(root, body, tbb::simple_partitioner(), context_->group);
 }
 
 } // namespace mox::filters

@@ -228,7 +228,7 @@ TEST(RecursiveImageFilter, holdsBackTheRimOfEveryShapeOfLeaf)
             auto const view = viewOf(*image);
             BoxMaximum const kernel(reach);
             using Context = RecursiveImageContext<short, short, Arch, OutputToOutput>;
-            Context context(*view, *view, reach);
+            Context context(*view, *view, {reach});
             TbbBodyRecursiveImage<BoxMaximum, Context> body(kernel, context);
             auto const cut = [&](unsigned int begin, unsigned int end) {
                 return access::GrainedRange{std::min(begin + size, end), begin, 1};

@@ -91,17 +91,26 @@ private:
 
 } // namespace mox
 
-/// What every algorithm class has beside its properties: a static way to make an object and the class record.
-#define MOX_DECLARE_ALGORITHM(Class)                                                                                   \
+/// What every algorithm class has of its own: a static way to make an object and the class record. Alone, in classes
+/// that inherit properties and border influence from a family.
+#define MOX_DECLARE_FAMILY_MEMBER(Class)                                                                               \
 public:                                                                                                                \
     static boost::shared_ptr<Class> New();                                                                             \
     static boost::shared_ptr<mox::BaseAlgorithm> NewBase();                                                            \
     static mox::AlgoInfo* getClassInfo();                                                                              \
     mox::AlgoInfo* getInfo() const override;                                                                           \
-    mox::AlgoBorderInfluence getAlgoBorderInfluence() const override;                                                  \
                                                                                                                        \
 private:                                                                                                               \
     Class();                                                                                                           \
+                                                                                                                       \
+public:
+
+/// What every other algorithm class has beside its properties.
+#define MOX_DECLARE_ALGORITHM(Class)                                                                                   \
+    MOX_DECLARE_FAMILY_MEMBER(Class)                                                                                   \
+    mox::AlgoBorderInfluence getAlgoBorderInfluence() const override;                                                  \
+                                                                                                                       \
+private:                                                                                                               \
     void init();                                                                                                       \
                                                                                                                        \
 public:

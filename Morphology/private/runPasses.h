@@ -1,0 +1,137 @@
+#pragma once
+
+#include <memory>
+
+#include "Core/private/filters/RecursiveImageFilter.h"
+#include "Core/private/filters/fixedView.h"
+#include "Morphology/private/functors.h"
+#include "Morphology/private/passes.h"
+
+namespace mox::morphology {
+
+/// A kernel behind one virtual call per leaf, so that there is one filter per voxel type rather than one per kernel.
+template <class T, class Arch>
+class LeafKernel {
+public:
+    using View = ArchView<T, Arch>;
+    using Source = filters::RowSource<access::RowCacheRead<View>>;
+    using Target = filters::RowTarget<access::RowCacheReadWrite<View>>;
+
+    virtual ~LeafKernel() = default;
+    virtual filters::Use use() const = 0;
+    virtual void operator()(access::Block const& leaf, Source& source, Target& target) const = 0;
+};
+
+template <class T, class Arch, class Kernel>
+class LeafKernelOf final : public LeafKernel<T, Arch> {
+public:
+    using typename LeafKernel<T, Arch>::Source;
+    using typename LeafKernel<T, Arch>::Target;
+
+    explicit LeafKernelOf(Kernel kernel)
+        : kernel_(std::move(kernel))
+    {
+    }
+
+    filters::Use use() const override { return kernel_.use(); }
+    void operator()(access::Block const& leaf, Source& source, Target& target) const override
+    {
+        kernel_(leaf, source, target);
+    }
+
+private:
+    Kernel kernel_;
+};
+
+/// The kernels of an architecture: `Square`, `Cube`, and `InPlane` and `InSpace` for tags with their lists.
+template <class Arch, class Functor>
+struct Kernels;
+
+namespace details {
+
+template <class T, class Arch, class Functor>
+struct MakeKernel {
+    using K = Kernels<Arch, Functor>;
+    using Result = std::unique_ptr<LeafKernel<T, Arch>>;
+
+    template <class Kernel, class... Argument>
+    static Result make(Argument const&... argument)
+    {
+        return std::make_unique<LeafKernelOf<T, Arch, Kernel>>(Kernel(argument...));
+    }
+
+    Result operator()(SquareElement) const { return make<typename K::Square>(); }
+    Result operator()(CubeElement) const { return make<typename K::Cube>(); }
+    Result operator()(access::Neighborhood2D_4Tag tag) const { return inPlane(tag); }
+    Result operator()(access::Neighborhood3D_6Tag tag) const { return inSpace(tag); }
+    Result operator()(access::Neighborhood3D_18Tag tag) const { return inSpace(tag); }
+    Result operator()(OffsetList2D const& list) const
+    {
+        return make<typename K::template InPlane<access::Neighborhood2D_GenTag, OffsetList2D>>(list);
+    }
+    Result operator()(OffsetList3D const& list) const
+    {
+        return make<typename K::template InSpace<access::Neighborhood3D_GenTag, OffsetList3D>>(list);
+    }
+
+private:
+    template <class Tag>
+    static Result inPlane(Tag)
+    {
+        return make<typename K::template InPlane<Tag, NoDataType>>();
+    }
+    template <class Tag>
+    static Result inSpace(Tag)
+    {
+        return make<typename K::template InSpace<Tag, NoDataType>>();
+    }
+};
+
+inline bool isInPlane(Element const& element)
+{
+    return std::holds_alternative<access::Neighborhood2D_4Tag>(element) ||
+           std::holds_alternative<SquareElement>(element) || std::holds_alternative<OffsetList2D>(element);
+}
+
+template <class T, class Arch, class Functor>
+void runPass(filters::PassSequence& run, ImageModel const& input, ImageModel& output, Step const& step)
+{
+    auto const kernel = std::visit(MakeKernel<T, Arch, Functor>(), step.element);
+    auto const runFilter = [&](auto&& filter) {
+        filter.setInput(fixedView<T, Arch>(input, Functor::template outside<T>));
+        filter.setOutput(fixedView<T, Arch>(output, Functor::template outside<T>));
+        filter.setIterations(step.iterations);
+        filter.run();
+    };
+    if (isInPlane(step.element)) {
+        runFilter(RecursiveImageFilter2d<T, T, Arch, LeafKernel<T, Arch>>(run, *kernel));
+    } else {
+        runFilter(RecursiveImageFilter3d<T, T, Arch, LeafKernel<T, Arch>>(run, *kernel));
+    }
+}
+
+} // namespace details
+
+template <class T, class Arch>
+void runPasses(BaseAlgorithm& algorithm, ImageModel const& input, ImageModel& output, std::vector<Pass> const& passes)
+{
+    uint64 numOfIterations = 0;
+    for (Pass const& pass : passes) {
+        numOfIterations += pass.step.iterations;
+    }
+    filters::PassSequence run(&algorithm, numOfIterations * access::Sizes::of(output).numOfVoxels());
+    ImageModel const* source = &input;
+    for (Pass const& pass : passes) {
+        if (run.isStopped()) {
+            return;
+        }
+        if (pass.operation == Operation::dilation) {
+            details::runPass<T, Arch, details::DilationFunctor>(run, *source, output, pass.step);
+        } else {
+            details::runPass<T, Arch, details::ErosionFunctor>(run, *source, output, pass.step);
+        }
+        source = &output;
+    }
+}
+
+} // namespace mox::morphology

@@ -1,0 +1,179 @@
+#include <Moxelcore/Core/access/Block3d.h>
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <random>
+
+#include "Morphology/private/ColumnsReduction.h"
+#include "Morphology/private/ColumnsReductionSimd.h"
+#include "Morphology/private/NeighborhoodToValue.h"
+#include "Morphology/private/NeighborhoodToValueSimd.h"
+#include "Morphology/private/runPasses.h"
+#include "testing/Images.h"
+#include "testing/references/morphology.h"
+
+// The scheduler cuts as it likes; here a kernel meets leaves of every shape, on two images and in place.
+
+namespace mox::testing {
+namespace {
+
+using namespace mox::morphology;
+using access::Block3d;
+using access::GrainedRange;
+using Scalar = SimdVec::arch_scalar_tag;
+using Vector = SimdVec::arch_128_tag;
+using details::DilationFunctor;
+using details::ErosionFunctor;
+
+template <class T, class Arch, class Phase, class Kernel>
+void runOver(ImageModel const& input, ImageModel& output, LeafKernelOf<T, Arch, Kernel> const& kernel, T outside,
+             Sizes const& leaf)
+{
+    auto const source = fixedView<T, Arch>(input, outside);
+    auto const target = fixedView<T, Arch>(output, outside);
+    using Context = RecursiveImageContext<T, T, Arch, Phase>;
+    Context context(*source, *target, kernel.use());
+    TbbBodyRecursiveImage<LeafKernel<T, Arch>, Context> body(kernel, context);
+    Sizes const sizes = Sizes::of(input);
+    auto const cut = [](unsigned int begin, unsigned int size, unsigned int end) {
+        return GrainedRange{std::min(begin + size, end), begin, 1};
+    };
+    for (unsigned int z = 0; z < sizes.plans; z += leaf.plans) {
+        for (unsigned int y = 0; y < sizes.rows; y += leaf.rows) {
+            for (unsigned int x = 0; x < sizes.columns; x += leaf.columns) {
+                body(Block3d(cut(z, leaf.plans, sizes.plans), cut(y, leaf.rows, sizes.rows),
+                             cut(x, leaf.columns, sizes.columns), 0, 0));
+            }
+        }
+    }
+    context.flush();
+}
+
+template <class T>
+::testing::AssertionResult sameBits(std::vector<T> const& voxels, std::vector<T> const& wanted, char const* what)
+{
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        if (std::memcmp(&voxels[i], &wanted[i], sizeof(T)) != 0) {
+            return ::testing::AssertionFailure()
+                   << what << ": voxel " << i << " is " << +voxels[i] << ", wanted " << +wanted[i];
+        }
+    }
+    return ::testing::AssertionSuccess();
+}
+
+template <class T, class Arch, class Functor, class Kernel>
+void expectReference(Kernel kernel, OrderedElement const& element, std::mt19937& random)
+{
+    LeafKernelOf<T, Arch, Kernel> const leafKernel(std::move(kernel));
+    T const outside = Functor::template outside<T>;
+    Extremum const extremum = std::is_same_v<Functor, DilationFunctor> ? Extremum::maximum : Extremum::minimum;
+    for (int round = 0; round < 12; ++round) {
+        Sizes const sizes = randomSizes(random, {round % 3 == 0 ? 70U : 9U, 9, 6, 1, 1});
+        Sizes const leaf = randomSizes(random, {sizes.columns, sizes.rows, sizes.plans, 1, 1});
+        auto const voxels = randomVoxels<T>(random, sizes.numOfVoxels());
+        auto const wanted = extremumReference(voxels, sizes, element, extremum);
+        auto const image = makeImage(sizes, voxels);
+        auto const output = makeImage(sizes, std::vector<T>(voxels.size(), T(77)));
+        runOver<T, Arch, InputToOutput>(*image, *output, leafKernel, outside, leaf);
+        ASSERT_TRUE(sameBits(voxelsOf<T>(*output), wanted, "two images"));
+        runOver<T, Arch, OutputToOutput>(*image, *image, leafKernel, outside, leaf);
+        ASSERT_TRUE(sameBits(voxelsOf<T>(*image), wanted, "in place"));
+    }
+}
+
+std::vector<Offset> someOffsets(std::mt19937& random, int plans)
+{
+    std::vector<Offset> offsets(1 + random() % 12);
+    for (Offset& o : offsets) {
+        auto const within = [&](int most) {
+            return static_cast<int>(random() % static_cast<unsigned int>(2 * most + 1)) - most;
+        };
+        o = {within(5), within(4), plans == 0 ? 0 : within(plans)};
+    }
+    offsets[random() % offsets.size()] = {0, 0, 0};
+    return offsets;
+}
+
+OffsetList2D inPlane(std::vector<Offset> const& offsets)
+{
+    OffsetList2D list;
+    for (Offset const& o : offsets) {
+        list.push_back({o[0], o[1]});
+    }
+    return list;
+}
+
+OffsetList3D inSpace(std::vector<Offset> const& offsets)
+{
+    OffsetList3D list;
+    for (Offset const& o : offsets) {
+        list.push_back({o[0], o[1], o[2]});
+    }
+    return list;
+}
+
+template <class T, class Functor>
+void expectScalarKernels(std::mt19937& random)
+{
+    using access::Neighborhood2D_4Tag, access::Neighborhood2D_GenTag;
+    using access::Neighborhood3D_6Tag, access::Neighborhood3D_18Tag, access::Neighborhood3D_GenTag;
+    auto const flat = someOffsets(random, 0);
+    auto const deep = someOffsets(random, 3);
+    expectReference<T, Scalar, Functor>(Neighborhood2dToValue<Functor, Neighborhood2D_4Tag, NoDataType>(), cross4(),
+                                        random);
+    expectReference<T, Scalar, Functor>(Neighborhood8ColumnsReduction<Functor>(), squareOf9(), random);
+    expectReference<T, Scalar, Functor>(
+        Neighborhood2dToValue<Functor, Neighborhood2D_GenTag, OffsetList2D>(inPlane(flat)), listed(flat), random);
+    expectReference<T, Scalar, Functor>(Neighborhood3dToValue<Functor, Neighborhood3D_6Tag, NoDataType>(), cross6(),
+                                        random);
+    expectReference<T, Scalar, Functor>(Neighborhood3dToValue<Functor, Neighborhood3D_18Tag, NoDataType>(), edged18(),
+                                        random);
+    expectReference<T, Scalar, Functor>(Neighborhood26PlansReduction<Functor>(), cubeOf27(), random);
+    expectReference<T, Scalar, Functor>(
+        Neighborhood3dToValue<Functor, Neighborhood3D_GenTag, OffsetList3D>(inSpace(deep)), listed(deep), random);
+}
+
+template <class T, class Functor>
+void expectVectorKernels(std::mt19937& random)
+{
+    using access::Neighborhood2D_4Tag, access::Neighborhood2D_GenTag;
+    using access::Neighborhood3D_6Tag, access::Neighborhood3D_18Tag, access::Neighborhood3D_GenTag;
+    auto const flat = someOffsets(random, 0);
+    auto const deep = someOffsets(random, 3);
+    expectReference<T, Vector, Functor>(Neighborhood2dToValueSimd<Functor, Neighborhood2D_4Tag, NoDataType>(), cross4(),
+                                        random);
+    expectReference<T, Vector, Functor>(Neighborhood8ColumnsReductionSimd<Functor>(), squareOf9(), random);
+    expectReference<T, Vector, Functor>(
+        Neighborhood2dToValueSimd<Functor, Neighborhood2D_GenTag, OffsetList2D>(inPlane(flat)), listed(flat), random);
+    expectReference<T, Vector, Functor>(Neighborhood3dToValueSimd<Functor, Neighborhood3D_6Tag, NoDataType>(), cross6(),
+                                        random);
+    expectReference<T, Vector, Functor>(Neighborhood3dToValueSimd<Functor, Neighborhood3D_18Tag, NoDataType>(),
+                                        edged18(), random);
+    expectReference<T, Vector, Functor>(Neighborhood26PlansReductionSimd<Functor>(), cubeOf27(), random);
+    expectReference<T, Vector, Functor>(
+        Neighborhood3dToValueSimd<Functor, Neighborhood3D_GenTag, OffsetList3D>(inSpace(deep)), listed(deep), random);
+}
+
+template <class T>
+class MorphologyKernels : public ::testing::Test {
+};
+using KernelVoxels = ::testing::Types<unsigned char, unsigned short, int, float, double>;
+TYPED_TEST_SUITE(MorphologyKernels, KernelVoxels);
+
+TYPED_TEST(MorphologyKernels, ofTheScalarLevelFollowTheDefinition)
+{
+    std::mt19937 random(1);
+    expectScalarKernels<TypeParam, DilationFunctor>(random);
+    expectScalarKernels<TypeParam, ErosionFunctor>(random);
+}
+
+TYPED_TEST(MorphologyKernels, ofTheVectorLevelFollowTheDefinition)
+{
+    std::mt19937 random(2);
+    expectVectorKernels<TypeParam, DilationFunctor>(random);
+    expectVectorKernels<TypeParam, ErosionFunctor>(random);
+}
+
+} // namespace
+} // namespace mox::testing
