@@ -31,7 +31,7 @@ public:
 private:
     template <class Class, class Read>
     void readRows(RowRing<Class>& ring, int y, Read&& read);
-    void computeAcross(TextureFeature const& feature, std::size_t count, double* out) const;
+    void computeAcross(TextureFeature const& feature, std::size_t count, double* out);
 
     TexturePlan const& plan_;
     std::unique_ptr<GreyRowReader> reader_;
@@ -40,6 +40,7 @@ private:
     RowRing<std::uint16_t> levels_;
     RowRing<std::uint32_t> bins_;
     std::vector<std::vector<double>> across_; ///< by feature; empty for those that are rows of a part
+    std::vector<double const*> acrossValues_; ///< of one measure, by direction
     std::vector<double const*> rows_;
     access::Position origin_;
     std::size_t width_ = 0;

@@ -1,5 +1,6 @@
 #include "Segmentation/private/TextureSweep.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "Core/private/access/RowCaches.h"
@@ -79,28 +80,48 @@ void TextureSweep::compute(int y, std::size_t first, std::size_t count)
     }
 }
 
-void TextureSweep::computeAcross(TextureFeature const& feature, std::size_t count, double* out) const
+void TextureSweep::computeAcross(TextureFeature const& feature, std::size_t count, double* out)
 {
-    std::vector<double const*> values;
+    std::vector<double const*>& values = acrossValues_;
+    values.clear();
     for (auto const& direction : directions_) {
         values.push_back(direction->row(feature.measure()));
     }
     auto const n = static_cast<double>(values.size());
-    for (std::size_t x = 0; x < count; ++x) {
-        double sum = 0;
-        double squares = 0;
-        double least = values[0][x];
-        double most = values[0][x];
-        for (double const* value : values) {
-            sum += value[x];
-            squares += value[x] * value[x];
-            least = value[x] < least ? value[x] : least;
-            most = value[x] > most ? value[x] : most;
+    auto const fill = [&](auto&& combine) {
+        for (std::size_t x = 0; x < count; ++x) {
+            out[x] = combine(x);
         }
-        double const rest = squares - sum * sum / n;
-        out[x] = feature.across() == Across::mean     ? sum / n
-                 : feature.across() == Across::stddev ? (rest >= 0 ? std::sqrt(rest / n) : 0.0)
-                                                      : most - least;
+    };
+    auto const sum = [&](std::size_t x) {
+        double total = 0;
+        for (double const* value : values) {
+            total += value[x];
+        }
+        return total;
+    };
+    switch (feature.across()) {
+    case Across::mean:
+        return fill([&](std::size_t x) { return sum(x) / n; });
+    case Across::stddev:
+        return fill([&](std::size_t x) {
+            double squares = 0;
+            for (double const* value : values) {
+                squares += value[x] * value[x];
+            }
+            double const rest = squares - sum(x) * sum(x) / n;
+            return rest >= 0 ? std::sqrt(rest / n) : 0.0;
+        });
+    default:
+        return fill([&](std::size_t x) {
+            double least = values[0][x];
+            double most = values[0][x];
+            for (double const* value : values) {
+                least = std::min(least, value[x]);
+                most = std::max(most, value[x]);
+            }
+            return most - least;
+        });
     }
 }
 
