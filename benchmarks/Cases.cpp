@@ -40,7 +40,7 @@ std::string Case::name() const
         text += 'x' + std::to_string(size.plans);
     }
     for (auto const& [property, value] : properties) {
-        text += '/' + property + '=' + value;
+        text.append("/").append(property).append("=").append(value);
     }
     if (level.has_value()) {
         text += *level == OptimLevelType::SCALAR ? "/scalar" : "/sse";
