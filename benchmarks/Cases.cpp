@@ -1,5 +1,8 @@
 #include "benchmarks/Cases.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "testing/references/threshold.h"
 
 namespace mox::benchmarks {
@@ -36,12 +39,20 @@ std::string Case::name() const
     if (size.plans > 1) {
         text += 'x' + std::to_string(size.plans);
     }
+    for (auto const& [property, value] : properties) {
+        text.append("/").append(property).append("=").append(value);
+    }
+    if (level.has_value()) {
+        text += *level == OptimLevelType::SCALAR ? "/scalar" : "/sse";
+    }
     return text;
 }
 
 std::vector<Case> allCases()
 {
-    return thresholdCases();
+    std::vector<Case> cases = thresholdCases();
+    std::ranges::move(morphologyCases(), std::back_inserter(cases));
+    return cases;
 }
 
 } // namespace mox::benchmarks

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <Moxelcore/Core/Enum/OptimLevelType.h>
 #include <Moxelcore/Core/Enum/VoxelTypes.h>
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -15,7 +18,7 @@ struct Size {
 };
 
 /// What an algorithm gives for voxels of the input's type, all as doubles. From its definition.
-using Reference = std::vector<double> (*)(std::vector<double> const& voxels, Size const& size);
+using Reference = std::function<std::vector<double>(std::vector<double> const& voxels, Size const& size)>;
 
 /// One row of the table: an algorithm with an image "input" and an image "output".
 struct Case {
@@ -25,10 +28,12 @@ struct Case {
     Size size;
     std::vector<std::pair<std::string, std::string>> properties; ///< name and text
     Reference reference;
+    std::optional<OptimLevelType> level = std::nullopt; ///< else the best
 
     std::string name() const;
 };
 
+std::vector<Case> morphologyCases();
 std::vector<Case> allCases();
 
 } // namespace mox::benchmarks

@@ -21,6 +21,10 @@ CheckedCase::CheckedCase(Case const& row)
             throw std::runtime_error(row.name() + ": cannot set " + name);
         }
     }
+    if (row.level.has_value()) {
+        algorithm_->setAutoCpuDispatch(false);
+        algorithm_->setOptimLevel(*row.level);
+    }
     check(row);
     prepare(row, row.size);
     run(); // the output has its size from here on

@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# Makes the pictures of the algorithm pages anew: pictures.sh FOLDER_OF_IMAGES [CLASS ...]
+# The first moxel command of a page is run as it stands there; the picture is its input beside its output.
+set -euo pipefail
+images=$(cd "$1" && pwd)
+shift
+cd "$(dirname "$0")/.."
+root=$PWD
+programs=$root/build/release/apps
+pages=$root/docs/algorithms
+
+if [ $# -eq 0 ]; then
+    mapfile -t classes < <(basename -s .md "$pages"/*.md)
+    set -- "${classes[@]}"
+fi
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+ln -s "$images"/* "$work"
+cd "$work"
+
+valueOf() {
+    local name=$1 word
+    shift
+    for word in "$@"; do
+        if [[ $word == "$name="* ]]; then
+            echo "${word#*=}"
+        fi
+    done
+}
+
+for class in "$@"; do
+    read -ra command < <(grep -m 1 "^moxel run $class " "$pages/$class.md")
+    "$programs/moxel/${command[0]}" "${command[@]:1}"
+    "$programs/demo/moxel_picture" "$(valueOf input "${command[@]}")" "$(valueOf output "${command[@]}")" \
+        "$pages/$class.png"
+done
