@@ -26,4 +26,5 @@
 #include <Moxelcore/Core/Runnable.h>
 #include <Moxelcore/Core/VoxelTypeDispatch.h>
 #include <Moxelcore/Math/MathProperty.h>
+#include <Moxelcore/Segmentation/IntensityExtrema.h>
 #include <Moxelcore/Segmentation/Threshold.h>

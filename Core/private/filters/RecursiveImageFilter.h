@@ -13,6 +13,7 @@
 
 #include "Core/private/filters/Filter.h"
 #include "Core/private/filters/Reach.h"
+#include "Core/private/filters/ThreadStore.h"
 #include "Core/private/filters/pointKernel.h"
 
 namespace mox {
@@ -49,16 +50,19 @@ public:
         , output_(output)
         , reach_(reach)
         , holdsBack_(std::is_same_v<Phase, OutputToOutput> && reach != filters::Reach() && input.isOnSameImage(output))
+        , store_(input.isOnSameImage(output) ? filters::Store::cached
+                                             : filters::storeFor(output.sizes().numOfVoxels() * sizeof(Out)))
     {
     }
 
     InputView const& input() const { return input_; }
     OutputView const& output() const { return output_; }
+    filters::Store store() const { return store_; }
 
     filters::Borrowed<Caches> borrowCaches()
     {
         using Source = typename InputCache::Row::Source;
-        return {store_, [this] {
+        return {threadCaches_, [this] {
                     return std::make_unique<Caches>(input_, output_, holdsBack_ ? Source::copied : Source::shared);
                 }};
     }
@@ -72,7 +76,7 @@ public:
     /// Writes what was held back. To be called on one thread, after the parallel loop.
     void flush()
     {
-        for (auto const& item : store_.takeAll()) {
+        for (auto const& item : threadCaches_.takeAll()) {
             static_cast<Caches&>(*item).output.flushQueue();
         }
     }
@@ -82,7 +86,8 @@ private:
     OutputView const& output_;
     filters::Reach reach_;
     bool holdsBack_;
-    filters::ThreadStore store_;
+    filters::Store store_;
+    filters::ThreadStore threadCaches_;
 };
 
 namespace filters {
@@ -167,7 +172,8 @@ public:
         using Out = typename Context::OutputView::Voxel;
         auto const caches = context_.borrowCaches();
         if constexpr (filters::PointKernel<Kernel, In, Out>) {
-            filters::applyToRows(kernel_, leaf, context_.input(), context_.output(), caches->input, caches->output);
+            filters::applyToRows(kernel_, leaf, context_.input(), context_.output(), caches->input, caches->output,
+                                 context_.store());
         } else {
             auto const box = context_.safeBox(leaf);
             filters::RowSource source(caches->input, leaf);

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "Core/private/access/RowCaches.h"
-#include "Core/private/filters/ThreadStore.h"
+#include "Core/private/filters/PointRow.h"
 
 namespace mox {
 
@@ -41,8 +41,11 @@ concept PointKernel = requires(Kernel const& kernel, In const* in, Out* out, std
 /// Applies a point kernel to the rows of a leaf. Rows that follow each other in memory are taken as one.
 template <class Kernel, class InputView, class OutputView>
 void applyToRows(Kernel const& kernel, access::Block const& leaf, InputView const& input, OutputView const& output,
-                 access::RowCacheRead<InputView>& inputCache, access::RowCacheReadWrite<OutputView>& outputCache)
+                 access::RowCacheRead<InputView>& inputCache, access::RowCacheReadWrite<OutputView>& outputCache,
+                 Store store)
 {
+    using In = typename InputView::Voxel;
+    using Out = typename OutputView::Voxel;
     unsigned int const columns = leaf.getNumOfColumns();
     unsigned int const rows = leaf.getNumOfRows();
     unsigned int const plans = leaf.getNumOfPlans();
@@ -50,7 +53,9 @@ void applyToRows(Kernel const& kernel, access::Block const& leaf, InputView cons
     bool const oneStretchPerPlan = input.isContiguous() && output.isContiguous() && columns == output.sizes().columns;
     for (access::Position p = origin; p.z < origin.z + static_cast<int>(plans); ++p.z) {
         if (oneStretchPerPlan) {
-            kernel.row(input.pointer(p, columns), output.writablePointer(p, columns), std::size_t{columns} * rows);
+            Stretch const stretch{input.pointer(p, columns), sizeof(In)};
+            applyToStretch(pointRow<Kernel, Out, In>(kernel), &stretch, 1, output.writablePointer(p, columns),
+                           sizeof(Out), std::size_t{columns} * rows, store);
             continue;
         }
         for (p.y = origin.y; p.y < origin.y + static_cast<int>(rows); ++p.y) {

@@ -1,0 +1,129 @@
+#include "Core/private/filters/PointFilter.h"
+
+#include <algorithm>
+#include <array>
+#include <cassert>
+
+#include "Core/private/filters/ThreadStore.h"
+
+namespace mox::filters {
+
+namespace {
+
+using Inputs = std::vector<std::unique_ptr<PointInput>>;
+
+/// What the leaves of one slice share.
+class PointWork final : public LeafWork {
+public:
+    PointWork(PointRow const& kernel, Inputs const& inputs, PointOutput const& output, Store store)
+        : kernel_(kernel)
+        , inputs_(inputs)
+        , output_(output)
+        , store_(store)
+        , areAllContiguous_(output.isContiguous() && std::all_of(inputs.begin(), inputs.end(), [](auto const& input) {
+                                return input->isContiguous();
+                            }))
+    {
+    }
+
+    /// Rows that follow each other in memory are taken as one.
+    void operator()(access::Block const& leaf) override
+    {
+        if (areAllContiguous_ && leaf.getNumOfColumns() == output_.sizes().columns) {
+            forEachPlan(leaf, [&](access::Position const& p) {
+                applyToMemory(p, leaf.getNumOfColumns(), std::size_t{leaf.getNumOfColumns()} * leaf.getNumOfRows());
+            });
+            return;
+        }
+        Borrowed<ThreadRows> const rows(threadRows_, [this] { return std::make_unique<ThreadRows>(inputs_, output_); });
+        forEachPlan(leaf, [&](access::Position p) {
+            for (unsigned int y = 0; y < leaf.getNumOfRows(); ++y, ++p.y) {
+                applyToRow(*rows, p, leaf.getNumOfColumns());
+            }
+        });
+    }
+
+private:
+    struct ThreadRows final : ThreadStore::Item {
+        ThreadRows(Inputs const& from, PointOutput const& to)
+            : output(to.makeRows())
+        {
+            for (auto const& input : from) {
+                inputs.push_back(input->makeRows());
+            }
+        }
+
+        std::vector<std::unique_ptr<PointInput::Rows>> inputs;
+        std::unique_ptr<PointOutput::Rows> output;
+    };
+
+    template <class Work>
+    static void forEachPlan(access::Block const& leaf, Work const& work)
+    {
+        access::Position p = access::detail::within(leaf, 0, 0, 0, 0, 0);
+        for (unsigned int z = 0; z < leaf.getNumOfPlans(); ++z, ++p.z) {
+            work(p);
+        }
+    }
+
+    void applyToMemory(access::Position const& p, unsigned int columns, std::size_t count) const
+    {
+        std::array<Stretch, maxNumOfInputs> stretches = {};
+        for (std::size_t i = 0; i < inputs_.size(); ++i) {
+            stretches[i] = inputs_[i]->stretch(p, columns);
+        }
+        applyToStretch(kernel_, stretches.data(), inputs_.size(), output_.pointer(p, columns), output_.voxelSize(),
+                       count, store_);
+    }
+
+    void applyToRow(ThreadRows& rows, access::Position const& p, unsigned int columns) const
+    {
+        std::array<void const*, maxNumOfInputs> read = {};
+        for (std::size_t i = 0; i < inputs_.size(); ++i) {
+            read[i] = rows.inputs[i]->read(p, columns);
+        }
+        kernel_(read.data(), rows.output->place(p, columns), columns);
+        rows.output->flush();
+    }
+
+    PointRow const& kernel_;
+    Inputs const& inputs_;
+    PointOutput const& output_;
+    Store store_;
+    bool areAllContiguous_;
+    ThreadStore threadRows_;
+};
+
+} // namespace
+
+void PointFilter::run(Filter2dTag dimensions)
+{
+    runOver(dimensions);
+}
+
+void PointFilter::run(Filter3dTag dimensions)
+{
+    runOver(dimensions);
+}
+
+template <class Dimensions>
+void PointFilter::runOver(Dimensions dimensions)
+{
+    assert(inputs_.size() <= maxNumOfInputs);
+    access::Sizes const sizes = output_->sizes();
+    announce(sizes.numOfVoxels());
+    Store const howToStore = store();
+    forEachSlice(dimensions, sizes, [&](Slice const& slice) {
+        PointWork work(kernel_, inputs_, *output_, howToStore);
+        forEachLeaf(dimensions, sizes, slice, work);
+    });
+}
+
+Store PointFilter::store() const
+{
+    bool const isInput = std::any_of(inputs_.begin(), inputs_.end(),
+                                     [&](auto const& input) { return &input->image() == &output_->image(); });
+    return isInput ? Store::cached : storeFor(output_->sizes().numOfVoxels() * output_->voxelSize());
+}
+
+} // namespace mox::filters
