@@ -14,7 +14,6 @@ namespace mox {
 /// Whether an image is a sequence of independent planes or of volumes.
 struct Filter2dTag {};
 struct Filter3dTag {};
-struct FilterWithoutReductionTag {};
 
 namespace filters {
 

@@ -5,12 +5,12 @@
 namespace mox {
 
 /// One input image, one output image.
-template <class In, class Out, class Arch, class Kernel, class Dimensions, class Reduction = FilterWithoutReductionTag>
-using ImageToImageFilter = ImagesToImageFilter<Kernel, Arch, Dimensions, Out, In>;
+template <class In, class Out, class Kernel, class Dimensions>
+using ImageToImageFilter = ImagesToImageFilter<Kernel, Dimensions, Out, In>;
 
-template <class In, class Out, class Arch, class Kernel>
-using ImageToImageFilter2d = ImageToImageFilter<In, Out, Arch, Kernel, Filter2dTag>;
-template <class In, class Out, class Arch, class Kernel>
-using ImageToImageFilter3d = ImageToImageFilter<In, Out, Arch, Kernel, Filter3dTag>;
+template <class In, class Out, class Kernel>
+using ImageToImageFilter2d = ImageToImageFilter<In, Out, Kernel, Filter2dTag>;
+template <class In, class Out, class Kernel>
+using ImageToImageFilter3d = ImageToImageFilter<In, Out, Kernel, Filter3dTag>;
 
 } // namespace mox

@@ -1,37 +1,43 @@
 #pragma once
 
-#include <boost/shared_ptr.hpp>
+#include <Moxelcore/Core/VoxelTypeDispatch.h>
 
-#include <utility>
+#include <cassert>
 
 #include "Core/private/filters/PointFilter.h"
-#include "Core/private/filters/pointKernel.h"
 
 namespace mox {
 
-/// Carries a point kernel from a typed runner to the last voxel: up to three input images and one output image, all
-/// of the same sizes; the output may be one of the inputs. An input of one spectral channel serves all channels of
-/// the output. The kernel's `row` takes a pointer per input, the output's pointer and the number of voxels.
-template <class Kernel, class Arch, class Dimensions, class Out, class... In>
-class ImagesToImageFilter : public filters::PointFilter {
+/// Carries a point kernel from a typed runner to the last voxel: up to three input images and one output image. The
+/// kernel's `row` takes a pointer per input, the output's pointer and the number of voxels. The kernel must outlive
+/// the filter.
+template <class Kernel, class Dimensions, class Out, class... In>
+class ImagesToImageFilter : private filters::PointFilter {
 public:
     ImagesToImageFilter(BaseAlgorithm* owner, Kernel const& kernel)
         : PointFilter(owner, filters::pointRow<Kernel, Out, In...>(kernel))
     {
     }
 
-    void setInput(boost::shared_ptr<ArchView<In, Arch>>... views)
+    /// An image per input.
+    template <class... Image>
+    void setInput(Image const&... images)
     {
-        inputs_.clear();
-        (inputs_.push_back(std::make_unique<filters::TypedPointInput<ArchView<In, Arch>>>(std::move(views))), ...);
+        static_assert(sizeof...(Image) == sizeof...(In));
+        assert(((images.getVoxelType() == voxelTypeOf<In>)&&...));
+        (addInput(images), ...);
     }
 
-    void setOutput(boost::shared_ptr<ArchView<Out, Arch>> view)
+    void setOutput(ImageModel& image)
     {
-        output_ = std::make_unique<filters::TypedPointOutput<ArchView<Out, Arch>>>(std::move(view));
+        assert(image.getVoxelType() == voxelTypeOf<Out>);
+        PointFilter::setOutput(image);
     }
 
     void run() { PointFilter::run(Dimensions()); }
+
+    using PointFilter::getProgress;
+    using PointFilter::isExecutionCancelled;
 };
 
 } // namespace mox

@@ -4,11 +4,131 @@
 #include <array>
 #include <cassert>
 
+#include "Core/private/access/FixedBorderCondition.h"
+#include "Core/private/access/RowCaches.h"
 #include "Core/private/filters/ThreadStore.h"
 
 namespace mox::filters {
 
+class PointInput {
+public:
+    /// One thread's rows.
+    struct Rows {
+        virtual ~Rows() = default;
+        virtual void const* read(access::Position const& position, unsigned int count) = 0;
+    };
+
+    virtual ~PointInput() = default;
+    virtual std::unique_ptr<Rows> makeRows() const = 0;
+    virtual Stretch stretch(access::Position const& position, unsigned int count) const = 0;
+    virtual bool isContiguous() const = 0;
+    virtual ImageModel const& image() const = 0;
+};
+
+class PointOutput {
+public:
+    struct Rows {
+        virtual ~Rows() = default;
+        virtual void* place(access::Position const& position, unsigned int count) = 0;
+        virtual void flush() = 0;
+    };
+
+    virtual ~PointOutput() = default;
+    virtual std::unique_ptr<Rows> makeRows() const = 0;
+    virtual void* pointer(access::Position const& position, unsigned int count) const = 0;
+    virtual bool isContiguous() const = 0;
+    virtual ImageModel const& image() const = 0;
+    virtual access::Sizes const& sizes() const = 0;
+    virtual std::size_t voxelSize() const = 0;
+};
+
 namespace {
+
+template <class T>
+class TypedPointInput final : public PointInput {
+public:
+    explicit TypedPointInput(ImageModel const& image)
+        : view_(image, access::FixedBorderCondition<T>::create(T()))
+    {
+    }
+
+    std::unique_ptr<Rows> makeRows() const override { return std::make_unique<TypedRows>(*this); }
+    Stretch stretch(access::Position const& position, unsigned int count) const override
+    {
+        return {view_.pointer(within(position), count), sizeof(T)};
+    }
+    bool isContiguous() const override { return view_.isContiguous(); }
+    ImageModel const& image() const override { return view_.image(); }
+
+private:
+    struct TypedRows final : Rows {
+        explicit TypedRows(TypedPointInput const& input)
+            : input_(input)
+            , cache_(input.view_)
+        {
+        }
+
+        void const* read(access::Position const& position, unsigned int count) override
+        {
+            return cache_.getRow(0, count, input_.within(position)).voxels();
+        }
+
+    private:
+        TypedPointInput const& input_;
+        access::RowCacheRead<access::View<T>> cache_;
+    };
+
+    access::Position within(access::Position position) const
+    {
+        if (view_.sizes().spectralSeries == 1) {
+            position.s = 0;
+        }
+        return position;
+    }
+
+    access::View<T> view_;
+};
+
+template <class T>
+class TypedPointOutput final : public PointOutput {
+public:
+    explicit TypedPointOutput(ImageModel& image)
+        : view_(image, access::FixedBorderCondition<T>::create(T()))
+    {
+    }
+
+    std::unique_ptr<Rows> makeRows() const override { return std::make_unique<TypedRows>(view_); }
+    void* pointer(access::Position const& position, unsigned int count) const override
+    {
+        return view_.writablePointer(position, count);
+    }
+    bool isContiguous() const override { return view_.isContiguous(); }
+    ImageModel const& image() const override { return view_.image(); }
+    access::Sizes const& sizes() const override { return view_.sizes(); }
+    std::size_t voxelSize() const override { return sizeof(T); }
+
+private:
+    struct TypedRows final : Rows {
+        explicit TypedRows(access::View<T> const& view)
+            : cache_(view)
+        {
+        }
+
+        void* place(access::Position const& position, unsigned int count) override
+        {
+            row_ = &cache_.getRow(0, count, position);
+            return row_->voxels();
+        }
+        void flush() override { cache_.flush(*row_); }
+
+    private:
+        using Cache = access::RowCacheReadWrite<access::View<T>>;
+        Cache cache_;
+        typename Cache::Row* row_ = nullptr;
+    };
+
+    access::View<T> view_;
+};
 
 using Inputs = std::vector<std::unique_ptr<PointInput>>;
 
@@ -96,6 +216,30 @@ private:
 
 } // namespace
 
+PointFilter::PointFilter(BaseAlgorithm* owner, PointRow const& kernel)
+    : Filter(owner)
+    , kernel_(kernel)
+{
+}
+
+PointFilter::~PointFilter()
+{
+    detach();
+}
+
+void PointFilter::addInput(ImageModel const& image)
+{
+    assert(inputs_.size() < maxNumOfInputs);
+    dispatch(RealVoxels(), image.getVoxelType(),
+             [&]<class T>() { inputs_.push_back(std::make_unique<TypedPointInput<T>>(image)); });
+}
+
+void PointFilter::setOutput(ImageModel& image)
+{
+    dispatch(RealVoxels(), image.getVoxelType(),
+             [&]<class T>() { output_ = std::make_unique<TypedPointOutput<T>>(image); });
+}
+
 void PointFilter::run(Filter2dTag dimensions)
 {
     runOver(dimensions);
@@ -109,7 +253,6 @@ void PointFilter::run(Filter3dTag dimensions)
 template <class Dimensions>
 void PointFilter::runOver(Dimensions dimensions)
 {
-    assert(inputs_.size() <= maxNumOfInputs);
     access::Sizes const sizes = output_->sizes();
     announce(sizes.numOfVoxels());
     Store const howToStore = store();

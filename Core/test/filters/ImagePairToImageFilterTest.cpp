@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include "Core/private/filters/fixedView.h"
 #include "testing/Images.h"
 #include "testing/TestAlgorithm.h"
 #include "testing/TestImage.h"
@@ -10,8 +9,6 @@
 namespace mox::testing {
 
 namespace {
-
-using Scalar = SimdVec::arch_scalar_tag;
 
 struct Difference {
     void row(short const* a, unsigned char const* b, short* out, std::size_t count) const
@@ -27,9 +24,9 @@ template <class Dimensions>
 double run(ImageModel const& first, ImageModel const& second, ImageModel& output)
 {
     Difference const kernel;
-    ImagePairToImageFilter<short, unsigned char, short, Scalar, Difference, Dimensions> filter(nullptr, kernel);
-    filter.setInput(fixedView<short, Scalar>(first), fixedView<unsigned char, Scalar>(second));
-    filter.setOutput(fixedView<short, Scalar>(output));
+    ImagePairToImageFilter<short, unsigned char, short, Difference, Dimensions> filter(nullptr, kernel);
+    filter.setInput(first, second);
+    filter.setOutput(output);
     filter.run();
     return filter.getProgress();
 }
@@ -154,9 +151,9 @@ TEST(ImagePairToImageFilter, leavesTheRestUnwrittenWhenCancelled)
     auto const algorithm = TestAlgorithm::New();
     algorithm->work = [&](TestAlgorithm& running) {
         CancellingKernel const kernel{&running};
-        ImagePairToImageFilter3d<short, short, short, Scalar, CancellingKernel> filter(&running, kernel);
-        filter.setInput(fixedView<short, Scalar>(*input), fixedView<short, Scalar>(*input));
-        filter.setOutput(fixedView<short, Scalar>(*output));
+        ImagePairToImageFilter3d<short, short, short, CancellingKernel> filter(&running, kernel);
+        filter.setInput(*input, *input);
+        filter.setOutput(*output);
         filter.run();
     };
     algorithm->run();
