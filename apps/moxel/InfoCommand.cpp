@@ -8,6 +8,7 @@
 #include "apps/moxel/Errors.h"
 #include "apps/moxel/ImageFile.h"
 #include "apps/moxel/Interrupt.h"
+#include "apps/moxel/Json.h"
 #include "apps/moxel/NumberText.h"
 #include "apps/moxel/Statistics.h"
 

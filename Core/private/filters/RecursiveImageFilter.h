@@ -13,7 +13,6 @@
 
 #include "Core/private/filters/Filter.h"
 #include "Core/private/filters/Reach.h"
-#include "Core/private/filters/ThreadStore.h"
 #include "Core/private/filters/pointKernel.h"
 
 namespace mox {
@@ -50,19 +49,16 @@ public:
         , output_(output)
         , reach_(reach)
         , holdsBack_(std::is_same_v<Phase, OutputToOutput> && reach != filters::Reach() && input.isOnSameImage(output))
-        , store_(input.isOnSameImage(output) ? filters::Store::cached
-                                             : filters::storeFor(output.sizes().numOfVoxels() * sizeof(Out)))
     {
     }
 
     InputView const& input() const { return input_; }
     OutputView const& output() const { return output_; }
-    filters::Store store() const { return store_; }
 
     filters::Borrowed<Caches> borrowCaches()
     {
         using Source = typename InputCache::Row::Source;
-        return {threadCaches_, [this] {
+        return {store_, [this] {
                     return std::make_unique<Caches>(input_, output_, holdsBack_ ? Source::copied : Source::shared);
                 }};
     }
@@ -76,7 +72,7 @@ public:
     /// Writes what was held back. To be called on one thread, after the parallel loop.
     void flush()
     {
-        for (auto const& item : threadCaches_.takeAll()) {
+        for (auto const& item : store_.takeAll()) {
             static_cast<Caches&>(*item).output.flushQueue();
         }
     }
@@ -86,8 +82,7 @@ private:
     OutputView const& output_;
     filters::Reach reach_;
     bool holdsBack_;
-    filters::Store store_;
-    filters::ThreadStore threadCaches_;
+    filters::ThreadStore store_;
 };
 
 namespace filters {
@@ -172,8 +167,7 @@ public:
         using Out = typename Context::OutputView::Voxel;
         auto const caches = context_.borrowCaches();
         if constexpr (filters::PointKernel<Kernel, In, Out>) {
-            filters::applyToRows(kernel_, leaf, context_.input(), context_.output(), caches->input, caches->output,
-                                 context_.store());
+            filters::applyToRows(kernel_, leaf, context_.input(), context_.output(), caches->input, caches->output);
         } else {
             auto const box = context_.safeBox(leaf);
             filters::RowSource source(caches->input, leaf);

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "Core/private/access/RowCaches.h"
-#include "Core/private/filters/PointRow.h"
+#include "Core/private/filters/ThreadStore.h"
 
 namespace mox {
 
@@ -41,11 +41,8 @@ concept PointKernel = requires(Kernel const& kernel, In const* in, Out* out, std
 /// Applies a point kernel to the rows of a leaf. Rows that follow each other in memory are taken as one.
 template <class Kernel, class InputView, class OutputView>
 void applyToRows(Kernel const& kernel, access::Block const& leaf, InputView const& input, OutputView const& output,
-                 access::RowCacheRead<InputView>& inputCache, access::RowCacheReadWrite<OutputView>& outputCache,
-                 Store store)
+                 access::RowCacheRead<InputView>& inputCache, access::RowCacheReadWrite<OutputView>& outputCache)
 {
-    using In = typename InputView::Voxel;
-    using Out = typename OutputView::Voxel;
     unsigned int const columns = leaf.getNumOfColumns();
     unsigned int const rows = leaf.getNumOfRows();
     unsigned int const plans = leaf.getNumOfPlans();
@@ -53,9 +50,7 @@ void applyToRows(Kernel const& kernel, access::Block const& leaf, InputView cons
     bool const oneStretchPerPlan = input.isContiguous() && output.isContiguous() && columns == output.sizes().columns;
     for (access::Position p = origin; p.z < origin.z + static_cast<int>(plans); ++p.z) {
         if (oneStretchPerPlan) {
-            Stretch const stretch{input.pointer(p, columns), sizeof(In)};
-            applyToStretch(pointRow<Kernel, Out, In>(kernel), &stretch, 1, output.writablePointer(p, columns),
-                           sizeof(Out), std::size_t{columns} * rows, store);
+            kernel.row(input.pointer(p, columns), output.writablePointer(p, columns), std::size_t{columns} * rows);
             continue;
         }
         for (p.y = origin.y; p.y < origin.y + static_cast<int>(rows); ++p.y) {
