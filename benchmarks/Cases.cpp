@@ -51,7 +51,9 @@ std::string Case::name() const
 std::vector<Case> allCases()
 {
     std::vector<Case> cases = thresholdCases();
-    std::ranges::move(morphologyCases(), std::back_inserter(cases));
+    for (auto const& more : {morphologyCases(), pointOperationsCases()}) {
+        cases.insert(cases.end(), more.begin(), more.end());
+    }
     return cases;
 }
 

@@ -17,10 +17,11 @@ struct Size {
     std::size_t numOfVoxels() const { return std::size_t{columns} * rows * plans; }
 };
 
-/// What an algorithm gives for voxels of the input's type, all as doubles. From its definition.
+/// What an algorithm gives for voxels of the input's type, all as doubles: voxels, or numbers in the order of the
+/// output properties. From its definition.
 using Reference = std::function<std::vector<double>(std::vector<double> const& voxels, Size const& size)>;
 
-/// One row of the table: an algorithm with an image "input" and an image "output".
+/// One row of the table: an algorithm whose input images all hold the same voxels, each its own copy.
 struct Case {
     std::string algorithm;
     VoxelTypes inputType;
@@ -35,5 +36,6 @@ struct Case {
 
 std::vector<Case> morphologyCases();
 std::vector<Case> allCases();
+std::vector<Case> pointOperationsCases();
 
 } // namespace mox::benchmarks

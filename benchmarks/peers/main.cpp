@@ -9,6 +9,7 @@
 
 namespace mox::benchmarks {
 void compareLists();
+void comparePointOperations();
 void compareSmallElements();
 void compareVolumes();
 void compareThreshold();
@@ -22,6 +23,7 @@ struct Group {
 };
 
 constexpr Group groups[] = {{"Threshold", mox::benchmarks::compareThreshold},
+                            {"PointOperations", mox::benchmarks::comparePointOperations},
                             {"SmallElements", mox::benchmarks::compareSmallElements},
                             {"Lists", mox::benchmarks::compareLists},
                             {"Volumes", mox::benchmarks::compareVolumes}};

@@ -7,13 +7,13 @@
 
 #include "Core/private/access/Sizes.h"
 #include "Core/private/filters/LeafWork.h"
+#include "Core/private/filters/Reduction.h"
 
 namespace mox {
 
 /// Whether an image is a sequence of independent planes or of volumes.
 struct Filter2dTag {};
 struct Filter3dTag {};
-struct FilterWithoutReductionTag {};
 
 namespace filters {
 
@@ -50,6 +50,10 @@ protected:
     /// thrown here.
     void forEachLeaf(Filter2dTag, access::Sizes const& sizes, Slice const& slice, LeafWork& work);
     void forEachLeaf(Filter3dTag, access::Sizes const& sizes, Slice const& slice, LeafWork& work);
+
+    /// Gathers the leaves of a slice. Which leaves there are and how they are joined follows from the sizes alone.
+    void reduceLeaves(Filter2dTag, access::Sizes const& sizes, Slice const& slice, Reduction& result);
+    void reduceLeaves(Filter3dTag, access::Sizes const& sizes, Slice const& slice, Reduction& result);
 
     /// Calls `work` for each slice, one after the other, until the run is stopped.
     template <class Dimensions, class Work>
