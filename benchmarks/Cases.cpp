@@ -36,7 +36,7 @@ std::string Case::name() const
     if (size.plans > 1) {
         text += 'x' + std::to_string(size.plans);
     }
-    return text;
+    return variant.empty() ? text : text + '/' + variant;
 }
 
 std::vector<Case> allCases()

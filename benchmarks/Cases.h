@@ -26,6 +26,7 @@ struct Case {
     Size size;
     std::vector<std::pair<std::string, std::string>> properties; ///< name and text
     Reference reference;
+    std::string variant = {}; ///< tells rows of one algorithm apart
 
     std::string name() const;
 };

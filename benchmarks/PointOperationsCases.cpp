@@ -97,6 +97,7 @@ struct Row {
     VoxelTypes type;
     std::vector<std::pair<std::string, std::string>> properties;
     Reference reference;
+    std::string variant = {};
 };
 
 std::vector<Row> rows()
@@ -110,17 +111,21 @@ std::vector<Row> rows()
     char const* const images = "ArithmeticImageProcessing";
     char const* const values = "ArithmeticValueProcessing";
     std::vector<Row> result = {
-        {images, MOX_UINT8, op("ARITHMETIC_ADD"), eachVoxel<sum>},
-        {images, MOX_UINT8, op("ARITHMETIC_SUBTRACT"), eachVoxel<difference>},
-        {images, MOX_UINT8, op("ARITHMETIC_DIVIDE"), eachVoxel<quotient>},
-        {images, MOX_UINT16, op("ARITHMETIC_MULTIPLY"), eachVoxel<product>},
-        {images, MOX_UINT16, op("ARITHMETIC_DIVIDE"), eachVoxel<quotient>},
-        {images, MOX_INT32, op("ARITHMETIC_DIVIDE"), eachVoxel<quotient>},
-        {images, MOX_FLOAT32, op("ARITHMETIC_MULTIPLY"), eachVoxel<product>},
-        {images, MOX_FLOAT32, op("ARITHMETIC_DIVIDE"), eachVoxel<quotient>},
-        {images, MOX_FLOAT32, op("ARITHMETIC_MINIMUM"), eachVoxel<same>},
-        {images, MOX_UINT8, op("ARITHMETIC_MAXIMUM"), eachVoxel<same>},
-        {values, MOX_UINT8, {{"inputValue", "2"}, {"arithmeticOperator", "ARITHMETIC_DIVIDE"}}, eachVoxel<half>},
+        {images, MOX_UINT8, op("ARITHMETIC_ADD"), eachVoxel<sum>, "add"},
+        {images, MOX_UINT8, op("ARITHMETIC_SUBTRACT"), eachVoxel<difference>, "subtract"},
+        {images, MOX_UINT8, op("ARITHMETIC_DIVIDE"), eachVoxel<quotient>, "divide"},
+        {images, MOX_UINT16, op("ARITHMETIC_MULTIPLY"), eachVoxel<product>, "multiply"},
+        {images, MOX_UINT16, op("ARITHMETIC_DIVIDE"), eachVoxel<quotient>, "divide"},
+        {images, MOX_INT32, op("ARITHMETIC_DIVIDE"), eachVoxel<quotient>, "divide"},
+        {images, MOX_FLOAT32, op("ARITHMETIC_MULTIPLY"), eachVoxel<product>, "multiply"},
+        {images, MOX_FLOAT32, op("ARITHMETIC_DIVIDE"), eachVoxel<quotient>, "divide"},
+        {images, MOX_FLOAT32, op("ARITHMETIC_MINIMUM"), eachVoxel<same>, "minimum"},
+        {images, MOX_UINT8, op("ARITHMETIC_MAXIMUM"), eachVoxel<same>, "maximum"},
+        {values,
+         MOX_UINT8,
+         {{"inputValue", "2"}, {"arithmeticOperator", "ARITHMETIC_DIVIDE"}},
+         eachVoxel<half>,
+         "divide"},
         {values, MOX_FLOAT32, {{"inputValue", "0"}, {"arithmeticOperator", "ARITHMETIC_ADD"}}, eachVoxel<same>},
         {"LogicalNotProcessing", MOX_UINT8, {}, inverted<MOX_UINT8>},
         {"InvertImage", MOX_UINT8, {}, inverted<MOX_UINT8>},
@@ -154,7 +159,7 @@ std::vector<Case> pointOperationsCases()
     std::vector<Case> cases;
     for (Row const& row : rows()) {
         for (Size const& size : sizes) {
-            cases.push_back({row.algorithm, row.type, row.type, size, row.properties, row.reference});
+            cases.push_back({row.algorithm, row.type, row.type, size, row.properties, row.reference, row.variant});
         }
     }
     return cases;
