@@ -1,6 +1,7 @@
 #include <Moxelcore/PointOperations/Anamorphosis.h>
 
 #include <cmath>
+#include <limits>
 
 #include "Core/private/Rules/RuleAssertDimension.h"
 #include "Core/private/Rules/RuleAssertNotNull.h"
@@ -50,7 +51,7 @@ Registration<Anamorphosis, ScalarAnamorphosisRunner> const registration;
 unsigned int shownSize(double numOfEntries)
 {
     constexpr unsigned int most = std::numeric_limits<unsigned int>::max();
-    return numOfEntries < most ? static_cast<unsigned int>(numOfEntries) : most;
+    return numOfEntries >= 0 && numOfEntries < most ? static_cast<unsigned int>(numOfEntries) : most;
 }
 
 } // namespace

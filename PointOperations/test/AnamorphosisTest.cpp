@@ -111,6 +111,7 @@ TEST(AnamorphosisContract, refusesRangesOfNoFiniteNumberOfEntries)
     }
     EXPECT_THAT(refusalOf({.end = infinity}), HasSubstr("size of 4294967295."));
     EXPECT_THAT(refusalOf({.begin = nan}), HasSubstr("size of 4294967295."));
+    EXPECT_THAT(refusalOf({.begin = 10, .end = 5, .step = 0}), HasSubstr("size of 4294967295."));
     EXPECT_THAT(refusalOf({.end = 1e12}), HasSubstr("size of 4294967295."));
 }
 

@@ -18,13 +18,12 @@ namespace mox::point_operations {
 /// | "lut"           | `Vector<double>`        | empty        | |
 /// | "lowIntensity"  | `double`                | 0.0          | result below the range |
 /// | "highIntensity" | `double`                | 0.0          | result above it |
-/// | "output"        | `ImageModel*`           | null         | takes the input's sizes, calibration, voxel type and
-///                                                             interpretation |
+/// | "output"        | `ImageModel*`           | null         | may be the input |
 ///
-/// The output may be the input. A voxel v, as a double, takes the entry trunc(v / "step"). Entries count from the
-/// intensity 0, not from the begin of the range: a range of 100 to 200 uses the entries 100 to 200 at step 1. Where
-/// the table has no such entry, its last one is taken, or its first for an index below 0; without any entry the result
-/// is 0. A NaN voxel counts as index 0.
+/// The output takes the input's sizes, calibration, voxel type and interpretation. A voxel v, as a double, takes the
+/// entry trunc(v / "step"). Entries count from the intensity 0, not from the begin of the range: a range of 100 to 200
+/// uses the entries 100 to 200 at step 1. Where the table has no such entry, its last one is taken, or its first for an
+/// index below 0; without any entry the result is 0. A NaN voxel counts as index 0.
 ///
 /// Results are truncated to whole numbers, in images of floats too, and wrap into the voxel type. A result beyond 64
 /// bits counts as the nearest 64-bit integer, NaN as 0.

@@ -13,17 +13,14 @@ namespace mox::point_operations {
 /// | property             | type                     | default          | |
 /// |----------------------|--------------------------|------------------|-|
 /// | "input1"             | `ImageModel const*`      | null             | any real voxel type, any sizes |
-/// | "input2"             | `ImageModel const*`      | null             | any real voxel type, the first input's sizes
-/// and
-///                                                                         calibration |
+/// | "input2"             | `ImageModel const*`      | null             | any real voxel type |
 /// | "arithmeticOperator" | `ArithmeticOperatorType` | `ARITHMETIC_ADD` | see below |
-/// | "output"             | `ImageModel*`            | null             | takes the first input's sizes and
-/// calibration,
-///                                                                         and the voxel type below |
+/// | "output"             | `ImageModel*`            | null             | |
 ///
-/// The output is retyped before the run to the type to which the inputs' types promote. It may be an input only when
-/// that is the input's own type. With a float64 input it is float64, otherwise with a float32 input float32; of two
-/// integer types, rows for the first input and columns for the second:
+/// The inputs have the same sizes and calibration, which the output takes. It is retyped before the run to the type to
+/// which the inputs' types promote, and may be an input only when that is the input's own type. With a float64 input it
+/// is float64, otherwise with a float32 input float32; of two integer types, rows for the first input and columns for
+/// the second:
 ///
 /// | add, subtract, divide | u8 | u16 | u32 | u64 | i8 | i16 | i32 | i64 |
 /// |-----|-----|-----|-----|-----|-----|-----|-----|-----|

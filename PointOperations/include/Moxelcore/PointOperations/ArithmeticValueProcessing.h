@@ -15,9 +15,7 @@ namespace mox::point_operations {
 /// | "input"              | `ImageModel const*`      | null             | any real voxel type, any sizes |
 /// | "inputValue"         | `double`                 | 0.0              | the second operand |
 /// | "arithmeticOperator" | `ArithmeticOperatorType` | `ARITHMETIC_ADD` | see `ArithmeticImageProcessing` |
-/// | "output"             | `ImageModel*`            | null             | takes the input's sizes and calibration, and
-/// a
-///                                                                         voxel type as told there |
+/// | "output"             | `ImageModel*`            | null             | takes the input's sizes and calibration |
 ///
 /// The number counts as a voxel of the first of these types that holds it exactly: int16, int32 and int64 for a whole
 /// number, float32 and float64 for any other. With it, the voxel type of the output and its voxels are those of

@@ -13,12 +13,12 @@ namespace mox::point_operations {
 /// | property          | type                        | default       | |
 /// |-------------------|-----------------------------|---------------|-|
 /// | "input1"          | `ImageModel const*`         | null          | any integer voxel type, any sizes |
-/// | "input2"          | `ImageModel const*`         | null          | of the first input's type, sizes and calibration
-/// | | "logicalOperator" | `BinaryLogicalOperatorType` | `LOGICAL_AND` | see below | | "output"          |
-/// `ImageModel*`               | null          | takes the first input's sizes, calibration, voxel
-///                                                                       type and interpretation |
+/// | "input2"          | `ImageModel const*`         | null          | of the same type, sizes and calibration |
+/// | "logicalOperator" | `BinaryLogicalOperatorType` | `LOGICAL_AND` | see below |
+/// | "output"          | `ImageModel*`               | null          | may be one of the inputs |
 ///
-/// The output may be one of the inputs. With a of the first image and b of the second, each bit becomes
+/// The output takes the first input's sizes, calibration, voxel type and interpretation. With a of the first image and
+/// b of the second, each bit becomes
 ///
 /// | operator       | |
 /// |----------------|-|

@@ -15,10 +15,10 @@ namespace mox::point_operations {
 /// | "input"           | `ImageModel const*`         | null          | any integer voxel type, any sizes |
 /// | "inputValue"      | `int64`                     | 0             | its lowest bits, as many as a voxel has |
 /// | "logicalOperator" | `BinaryLogicalOperatorType` | `LOGICAL_AND` | see `LogicalImageProcessing` |
-/// | "output"          | `ImageModel*`               | null          | takes the input's sizes, calibration, voxel type
-///                                                                       and interpretation |
+/// | "output"          | `ImageModel*`               | null          | may be the input |
 ///
-/// The output may be the input. With a the voxel and b the number, all operators work on each bit.
+/// The output takes the input's sizes, calibration, voxel type and interpretation. The operators are those of
+/// `LogicalImageProcessing`, with the voxel first.
 ///
 /// Throws `RuleException` for a null or non-integer input, for a number that is no operator, and for a null or fixed
 /// output.

@@ -11,13 +11,11 @@ namespace mox::point_operations {
 /// | property      | type                | default | |
 /// |---------------|---------------------|---------|-|
 /// | "input"       | `ImageModel const*` | null    | any real voxel type, any sizes |
-/// | "inputBinary" | `ImageModel const*` | null    | uint8, uint16, int8 or int16; one spectral channel, otherwise of
-/// the
-///                                                 input's sizes |
-/// | "output"      | `ImageModel*`       | null    | takes the input's sizes, calibration, voxel type and
-///                                                 interpretation |
+/// | "inputBinary" | `ImageModel const*` | null    | the mask: uint8, uint16, int8 or int16, one spectral channel |
+/// | "output"      | `ImageModel*`       | null    | |
 ///
-/// One mask serves all spectral channels. The output may be the input; it may be the mask only when the mask has the
+/// The mask has the input's sizes but for the spectral channels, all of which it serves. The output takes the input's
+/// sizes, calibration, voxel type and interpretation. It may be the input; it may be the mask only when that has the
 /// voxel type and the sizes of the input, since it is retyped and resized before it is read otherwise.
 ///
 /// Throws `RuleException` for a null or complex input, for a mask that is null, of another type or of other sizes, and
