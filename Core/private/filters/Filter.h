@@ -55,8 +55,9 @@ protected:
     void reduceLeaves(Filter2dTag, access::Region const& region, Slice const& slice, LeafReduction& work);
     void reduceLeaves(Filter3dTag, access::Region const& region, Slice const& slice, LeafReduction& work);
 
-    /// The same in the plane, over leaves as wide as the region and at most `rows` high, the same ones in the same
-    /// groups whatever the threads.
+    /// The same in the plane over bands, leaves as wide as the region and at most `rows` high. The bands and their
+    /// grouping do not depend on the threads.
+    void forEachBand(access::Region const& region, Slice const& slice, unsigned int rows, LeafWork& work);
     void reduceBands(access::Region const& region, Slice const& slice, unsigned int rows, LeafReduction& work);
 
     /// Calls `work` for each slice, one after the other, until the run is stopped; the time index is outermost.

@@ -14,8 +14,9 @@ struct LeafReduction : LeafWork {
     /// The same work with nothing gathered yet. Called while this one works on a leaf.
     virtual std::unique_ptr<LeafReduction> split() const = 0;
 
-    /// Takes over what work split off this one has gathered. Its leaves come after the own ones.
-    virtual void join(LeafReduction& right) = 0;
+    /// Takes over what work split off this one has gathered. Its leaves come after the own ones. The scheduler is in
+    /// no state to see a join fail.
+    virtual void join(LeafReduction& right) noexcept = 0;
 };
 
 } // namespace mox::filters

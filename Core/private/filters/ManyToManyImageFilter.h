@@ -114,7 +114,7 @@ private:
 };
 
 /// The same with a value of the kernel's: `Kernel::Value` is nothing gathered when default-constructed, and has
-/// `join(Value const&)`.
+/// `join(Value const&)`, which must not throw.
 template <class Kernel, class Context>
 class TbbBodyManyToManyImageWithReduction final : public filters::LeafReduction {
 public:
@@ -131,7 +131,7 @@ public:
         return std::make_unique<TbbBodyManyToManyImageWithReduction>(kernel_, context_);
     }
 
-    void join(LeafReduction& right) override
+    void join(LeafReduction& right) noexcept override
     {
         value_.join(static_cast<TbbBodyManyToManyImageWithReduction const&>(right).value_);
     }

@@ -43,6 +43,16 @@ Block3d rootOf(Filter3dTag, access::Region const& region, Slice const& slice)
             slice.spectralSeries};
 }
 
+Block2d rootOfBands(access::Region const& region, Slice const& slice, unsigned int rows)
+{
+    unsigned int const wholeWidth = std::max(region.getNumOfColumns(), 1U);
+    return {{region.getEndRow(), region.getBeginRow(), rows},
+            {region.getEndColumn(), region.getBeginColumn(), wholeWidth},
+            slice.plan,
+            slice.timeSeries,
+            slice.spectralSeries};
+}
+
 /// Does the work on a leaf and counts its voxels.
 void runLeaf(access::Block const& leaf, LeafWork& work, algorithms::AbstractPrivateImplementation& filter)
 {
@@ -50,15 +60,15 @@ void runLeaf(access::Block const& leaf, LeafWork& work, algorithms::AbstractPriv
     filter.incrementProgress(uint64{leaf.getNumOfPlans()} * leaf.getNumOfColumns() * leaf.getNumOfRows());
 }
 
-template <class RootBlock>
+template <class RootBlock, class Partitioner = tbb::auto_partitioner>
 void runOver(RootBlock const& root, LeafWork& work, algorithms::AbstractPrivateImplementation& filter,
-             tbb::task_group_context& group)
+             tbb::task_group_context& group, Partitioner const& partitioner = {})
 {
     if (root.empty()) {
         return;
     }
     auto const body = [&](RootBlock const& leaf) { runLeaf(leaf, work, filter); };
-    tbb::parallel_for(root, body, tbb::auto_partitioner(), group);
+    tbb::parallel_for(root, body, partitioner, group);
 }
 
 /// A body in the sense of oneTBB. The root body works with what the caller gave, whose value is asked for. A split
@@ -86,7 +96,7 @@ public:
         runLeaf(leaf, *work_, filter_);
     }
 
-    void join(ReductionBody& right)
+    void join(ReductionBody& right) noexcept
     {
         if (work_ != nullptr && right.work_ != nullptr) { // one is missing only where the loop was stopped
             work_->join(*right.work_);
@@ -169,12 +179,14 @@ void Filter::reduceLeaves(Filter3dTag dimensions, access::Region const& region, 
     reduceOver(rootOf(dimensions, region, slice), work, *this, context_->group);
 }
 
+void Filter::forEachBand(access::Region const& region, Slice const& slice, unsigned int rows, LeafWork& work)
+{
+    runOver(rootOfBands(region, slice, rows), work, *this, context_->group, tbb::simple_partitioner());
+}
+
 void Filter::reduceBands(access::Region const& region, Slice const& slice, unsigned int rows, LeafReduction& work)
 {
-    unsigned int const wholeWidth = std::max(region.getNumOfColumns(), 1U);
-    Block2d const root({region.getEndRow(), region.getBeginRow(), rows},
-                       {region.getEndColumn(), region.getBeginColumn(), wholeWidth}, slice.plan, slice.timeSeries,
-                       slice.spectralSeries);
+    Block2d const root = rootOfBands(region, slice, rows);
     if (root.empty()) {
         return;
     }

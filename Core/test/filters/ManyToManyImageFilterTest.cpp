@@ -374,7 +374,7 @@ public:
         joins.push_back(static_cast<int>(leaf.getBeginRow()));
     }
     std::unique_ptr<LeafReduction> split() const override { return std::make_unique<BandRecorder>(); }
-    void join(LeafReduction& right) override
+    void join(LeafReduction& right) noexcept override
     {
         auto const& other = static_cast<BandRecorder const&>(right).joins;
         joins.push_back(-1);
