@@ -41,7 +41,11 @@ std::string Case::name() const
 
 std::vector<Case> allCases()
 {
-    return thresholdCases();
+    std::vector<Case> cases = thresholdCases();
+    for (auto const& more : {labelingCases()}) {
+        cases.insert(cases.end(), more.begin(), more.end());
+    }
+    return cases;
 }
 
 } // namespace mox::benchmarks

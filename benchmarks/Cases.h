@@ -25,10 +25,12 @@ struct Case {
     Size size;
     std::vector<std::pair<std::string, std::string>> properties; ///< name and text
     Reference reference;
+    unsigned int levels = 256; ///< the input's voxels are random numbers below
 
     std::string name() const;
 };
 
 std::vector<Case> allCases();
+std::vector<Case> labelingCases();
 
 } // namespace mox::benchmarks

@@ -10,6 +10,16 @@
 
 namespace mox::benchmarks {
 
+namespace {
+
+std::size_t bytesOf(ImageModel const& image)
+{
+    return std::size_t{image.getSize(COLUMNS)} * image.getSize(ROWS) * image.getSize(PLANS) *
+           helper::getSizeOf(image.getVoxelType());
+}
+
+} // namespace
+
 CheckedCase::CheckedCase(Case const& row)
     : algorithm_(AlgoInfo::fromName(row.algorithm.c_str()).createInstance())
 {
@@ -25,12 +35,12 @@ CheckedCase::CheckedCase(Case const& row)
     prepare(row, row.size);
     run(); // the output has its size from here on
     numOfVoxels_ = row.size.numOfVoxels();
-    numOfBytes_ = numOfVoxels_ * (helper::getSizeOf(input_.getVoxelType()) + helper::getSizeOf(output_.getVoxelType()));
+    numOfBytes_ = bytesOf(input_) + bytesOf(output_);
 }
 
 void CheckedCase::prepare(Case const& row, Size const& size)
 {
-    fillWithNoise(input_, row.inputType, size);
+    fillWithNoise(input_, row.inputType, size, row.levels);
     output_.allocate(row.outputType, 1, 1, 1, 1, 1);
 }
 

@@ -7,8 +7,10 @@
 #include <string>
 
 namespace mox::benchmarks {
+void compareDecimation();
+void compareLabeling();
 void compareThreshold();
-}
+} // namespace mox::benchmarks
 
 /// The same work by this library, by OpenCV and by a bare loop, in one process on the same number of threads.
 int main(int argc, char** argv)
@@ -20,5 +22,7 @@ int main(int argc, char** argv)
                 CV_VERSION, threads);
     std::printf("| work | contestant | Mvoxel/s | ratio |\n|---|---|---|---|\n");
     mox::benchmarks::compareThreshold();
+    mox::benchmarks::compareLabeling();
+    mox::benchmarks::compareDecimation();
     return 0;
 }
