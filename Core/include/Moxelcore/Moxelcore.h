@@ -38,5 +38,16 @@
 #include <Moxelcore/Morphology/Line3DMorphology.h>
 #include <Moxelcore/Morphology/Neighborhood2DMorphology.h>
 #include <Moxelcore/Morphology/Neighborhood3DMorphology.h>
+#include <Moxelcore/PointOperations/Anamorphosis.h>
+#include <Moxelcore/PointOperations/ArithmeticImageProcessing.h>
+#include <Moxelcore/PointOperations/ArithmeticValueProcessing.h>
+#include <Moxelcore/PointOperations/BitShift.h>
+#include <Moxelcore/PointOperations/GradientMagnitude3D.h>
+#include <Moxelcore/PointOperations/InvertImage.h>
+#include <Moxelcore/PointOperations/LogicalImageProcessing.h>
+#include <Moxelcore/PointOperations/LogicalNotProcessing.h>
+#include <Moxelcore/PointOperations/LogicalValueProcessing.h>
+#include <Moxelcore/PointOperations/MaskImageProcessing.h>
+#include <Moxelcore/Segmentation/IntensityExtrema.h>
 #include <Moxelcore/Segmentation/Labeling.h>
 #include <Moxelcore/Segmentation/Threshold.h>
