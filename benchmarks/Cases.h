@@ -30,12 +30,14 @@ struct Case {
     std::vector<std::pair<std::string, std::string>> properties; ///< name and text
     Reference reference;
     std::optional<OptimLevelType> level = std::nullopt; ///< else the best
+    unsigned int levels = 256;                          ///< the input's voxels are random numbers below
 
     std::string name() const;
 };
 
 std::vector<Case> morphologyCases();
 std::vector<Case> allCases();
+std::vector<Case> labelingCases();
 std::vector<Case> pointOperationsCases();
 
 } // namespace mox::benchmarks

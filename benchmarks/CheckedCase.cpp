@@ -10,6 +10,16 @@
 
 namespace mox::benchmarks {
 
+namespace {
+
+std::size_t bytesOf(ImageModel const& image)
+{
+    return std::size_t{image.getSize(COLUMNS)} * image.getSize(ROWS) * image.getSize(PLANS) *
+           helper::getSizeOf(image.getVoxelType());
+}
+
+} // namespace
+
 CheckedCase::CheckedCase(Case const& row)
     : algorithm_(AlgoInfo::fromName(row.algorithm.c_str()).createInstance())
 {
@@ -39,15 +49,13 @@ CheckedCase::CheckedCase(Case const& row)
     prepare(row, row.size);
     run(); // the output has its size from here on
     numOfVoxels_ = row.size.numOfVoxels();
-    std::size_t const bytesPerVoxel = inputs_.size() * helper::getSizeOf(row.inputType) +
-                                      (hasOutputImage_ ? helper::getSizeOf(output_.getVoxelType()) : 0);
-    numOfBytes_ = numOfVoxels_ * bytesPerVoxel;
+    numOfBytes_ = inputs_.size() * bytesOf(*inputs_.front()) + (hasOutputImage_ ? bytesOf(output_) : 0);
 }
 
 void CheckedCase::prepare(Case const& row, Size const& size)
 {
     for (auto const& input : inputs_) {
-        fillWithNoise(*input, row.inputType, size);
+        fillWithNoise(*input, row.inputType, size, row.levels);
     }
     output_.allocate(row.outputType, 1, 1, 1, 1, 1);
 }

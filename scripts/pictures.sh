@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Makes the pictures of the algorithm pages anew: pictures.sh FOLDER_OF_IMAGES [CLASS ...]
-# The first moxel command of a page is run as it stands there; the picture is its input beside its output.
+# The first moxel command of a page with its class is run as it stands there, after the ones before it; the picture is its
+# input beside its output.
 set -euo pipefail
 images=$(cd "$1" && pwd)
 shift
@@ -29,8 +30,11 @@ valueOf() {
 }
 
 for class in "$@"; do
-    read -ra command < <(grep -m 1 "^moxel run $class " "$pages/$class.md")
-    "$programs/moxel/${command[0]}" "${command[@]:1}"
+    command=()
+    while read -r line && [ "${command[2]:-}" != "$class" ]; do
+        eval "command=($line)"
+        "$programs/moxel/${command[0]}" "${command[@]:1}"
+    done < <(grep "^moxel run " "$pages/$class.md")
     "$programs/demo/moxel_picture" "$(valueOf input "${command[@]}")" "$(valueOf output "${command[@]}")" \
         "$pages/$class.png"
 done

@@ -8,6 +8,8 @@
 #include <string>
 
 namespace mox::benchmarks {
+void compareDecimation();
+void compareLabeling();
 void compareLists();
 void comparePointOperations();
 void compareSmallElements();
@@ -23,6 +25,8 @@ struct Group {
 };
 
 constexpr Group groups[] = {{"Threshold", mox::benchmarks::compareThreshold},
+                            {"Labeling", mox::benchmarks::compareLabeling},
+                            {"Decimation", mox::benchmarks::compareDecimation},
                             {"PointOperations", mox::benchmarks::comparePointOperations},
                             {"SmallElements", mox::benchmarks::compareSmallElements},
                             {"Lists", mox::benchmarks::compareLists},

@@ -10,6 +10,7 @@
 #include <Moxelcore/Core/Enum/AlgoPrecisionType.h>
 #include <Moxelcore/Core/Enum/ArithmeticOperatorType.h>
 #include <Moxelcore/Core/Enum/BinaryLogicalOperatorType.h>
+#include <Moxelcore/Core/Enum/BorderConditionType.h>
 #include <Moxelcore/Core/Enum/DecimationOp.h>
 #include <Moxelcore/Core/Enum/GradientMagnitudeOutputType.h>
 #include <Moxelcore/Core/Enum/MatchingActionTypes.h>
@@ -26,6 +27,10 @@
 #include <Moxelcore/Core/Runnable.h>
 #include <Moxelcore/Core/VoxelTypeDispatch.h>
 #include <Moxelcore/Math/MathProperty.h>
+#include <Moxelcore/Miscellaneous/BorderConditionExtrapole.h>
+#include <Moxelcore/Miscellaneous/Decimate2D.h>
+#include <Moxelcore/Morphology/ApplyMorphologicalLut2D.h>
+#include <Moxelcore/Morphology/ApplyMorphologicalLut3D.h>
 #include <Moxelcore/Morphology/Ball3DMorphology.h>
 #include <Moxelcore/Morphology/Disk2DMorphology.h>
 #include <Moxelcore/Morphology/Disk3DMorphology.h>
@@ -44,4 +49,5 @@
 #include <Moxelcore/PointOperations/LogicalValueProcessing.h>
 #include <Moxelcore/PointOperations/MaskImageProcessing.h>
 #include <Moxelcore/Segmentation/IntensityExtrema.h>
+#include <Moxelcore/Segmentation/Labeling.h>
 #include <Moxelcore/Segmentation/Threshold.h>

@@ -2,6 +2,8 @@
 
 #include <Moxelcore/Core/access/Block.h>
 
+#include "Core/private/access/Sizes.h"
+
 namespace mox::access {
 
 /// A box in all five dimensions that is not split: what remains when a block has been grown or moved.
@@ -13,6 +15,12 @@ public:
     };
 
     Region() = default;
+    /// The whole of an image.
+    Region(Sizes const& sizes)
+        : Region({0, sizes.rows}, {0, sizes.columns}, {0, sizes.plans}, {0, sizes.timeSeries},
+                 {0, sizes.spectralSeries})
+    {
+    }
     Region(Range rows, Range columns, Range plans, Range timeSeries, Range spectralSeries)
         : rows_(rows)
         , columns_(columns)
@@ -37,6 +45,12 @@ public:
     unsigned int getNumOfSpectralSeries() const override { return spectralSeries_.end - spectralSeries_.begin; }
     unsigned int getBeginSpectralSeries() const override { return spectralSeries_.begin; }
     unsigned int getEndSpectralSeries() const override { return spectralSeries_.end; }
+
+    uint64 numOfVoxels() const
+    {
+        return uint64{getNumOfColumns()} * getNumOfRows() * getNumOfPlans() * getNumOfTimeSeries() *
+               getNumOfSpectralSeries();
+    }
 
 private:
     Range rows_;

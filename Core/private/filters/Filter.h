@@ -3,9 +3,8 @@
 #include <Moxelcore/Core/AbstractPrivateImplementation.h>
 
 #include <memory>
-#include <type_traits>
 
-#include "Core/private/access/Sizes.h"
+#include "Core/private/access/Region.h"
 #include "Core/private/filters/LeafWork.h"
 #include "Core/private/filters/Reduction.h"
 
@@ -46,33 +45,58 @@ protected:
     /// The concrete class calls `detach` first thing in its destructor.
     void announce(uint64 numOfVoxels);
 
-    /// Runs the work over the leaves of a slice; an empty one has none. What a leaf throws stops the loop and is
-    /// thrown here.
-    void forEachLeaf(Filter2dTag, access::Sizes const& sizes, Slice const& slice, LeafWork& work);
-    void forEachLeaf(Filter3dTag, access::Sizes const& sizes, Slice const& slice, LeafWork& work);
+    /// Runs the work over the leaves of a slice of a region, by default the whole image; an empty one has none. What a
+    /// leaf throws stops the loop and is thrown here.
+    void forEachLeaf(Filter2dTag, access::Region const& region, Slice const& slice, LeafWork& work);
+    void forEachLeaf(Filter3dTag, access::Region const& region, Slice const& slice, LeafWork& work);
 
-    /// Gathers the leaves of a slice. Which leaves there are and how they are joined follows from the sizes alone.
-    void reduceLeaves(Filter2dTag, access::Sizes const& sizes, Slice const& slice, Reduction& result);
-    void reduceLeaves(Filter3dTag, access::Sizes const& sizes, Slice const& slice, Reduction& result);
+    /// Gathers the leaves of a slice. Which leaves there are and how they are joined follows from the region alone.
+    void reduceLeaves(Filter2dTag, access::Region const& region, Slice const& slice, Reduction& result);
+    void reduceLeaves(Filter3dTag, access::Region const& region, Slice const& slice, Reduction& result);
 
-    /// Calls `work` for each slice, one after the other, until the run is stopped.
+    /// Both in the plane over bands, leaves as wide as the region and at most `rows` high, always the same ones.
+    void forEachBand(access::Region const& region, Slice const& slice, unsigned int rows, LeafWork& work);
+    void reduceBands(access::Region const& region, Slice const& slice, unsigned int rows, Reduction& result);
+
+    /// Calls `work` for each slice, one after the other, until the run is stopped; the time index is outermost.
     template <class Dimensions, class Work>
-    void forEachSlice(Dimensions, access::Sizes const& sizes, Work&& work)
+    void forEachSlice(Dimensions, access::Region const& region, Work&& work)
     {
-        unsigned int const plans = std::is_same_v<Dimensions, Filter2dTag> ? sizes.plans : 1;
-        for (unsigned int t = 0; t < sizes.timeSeries; ++t) {
-            for (unsigned int s = 0; s < sizes.spectralSeries; ++s) {
-                for (unsigned int plan = 0; plan < plans; ++plan) {
-                    if (isStopped()) {
-                        return;
-                    }
-                    work(Slice{t, s, plan});
-                }
+        for (unsigned int t = region.getBeginTimeSeries(); t < region.getEndTimeSeries(); ++t) {
+            for (unsigned int s = region.getBeginSpectralSeries(); s < region.getEndSpectralSeries(); ++s) {
+                forEachPlan(Dimensions(), region, t, s, work);
+            }
+        }
+    }
+
+    /// The same with the spectral index outermost.
+    template <class Dimensions, class Work>
+    void forEachSliceBySpectrum(Dimensions, access::Region const& region, Work&& work)
+    {
+        for (unsigned int s = region.getBeginSpectralSeries(); s < region.getEndSpectralSeries(); ++s) {
+            for (unsigned int t = region.getBeginTimeSeries(); t < region.getEndTimeSeries(); ++t) {
+                forEachPlan(Dimensions(), region, t, s, work);
             }
         }
     }
 
 private:
+    template <class Work>
+    void forEachPlan(Filter2dTag, access::Region const& region, unsigned int t, unsigned int s, Work& work)
+    {
+        for (unsigned int plan = region.getBeginPlan(); plan < region.getEndPlan() && !isStopped(); ++plan) {
+            work(Slice{t, s, plan});
+        }
+    }
+
+    template <class Work>
+    void forEachPlan(Filter3dTag, access::Region const&, unsigned int t, unsigned int s, Work& work)
+    {
+        if (!isStopped()) {
+            work(Slice{t, s, 0});
+        }
+    }
+
     struct Context;
     std::shared_ptr<Context> context_;
     bool isPass_;

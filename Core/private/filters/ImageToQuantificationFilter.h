@@ -83,7 +83,7 @@ public:
         return std::make_unique<TbbBodyImageToQuantification>(context_);
     }
 
-    void join(Reduction const& following) override
+    void join(Reduction& following) noexcept override
     {
         result_.join(static_cast<TbbBodyImageToQuantification const&>(following).result_);
     }

@@ -12,10 +12,11 @@ class Reduction {
 public:
     virtual ~Reduction() = default;
     virtual void fold(access::Block const& leaf) = 0;
-    /// A result of the same kind that has gathered nothing.
+    /// A result of the same kind that has gathered nothing. Called while this one folds a leaf.
     virtual std::unique_ptr<Reduction> fresh() const = 0;
-    /// Adds what was gathered from the leaves that follow.
-    virtual void join(Reduction const& following) = 0;
+    /// Adds what was gathered from the leaves that follow, and may take it away there. The scheduler is in no state to
+    /// see a join fail.
+    virtual void join(Reduction& following) noexcept = 0;
 };
 
 } // namespace mox::filters

@@ -50,6 +50,12 @@ public:
         return cache_.getRow(slot, length, at(x, y, z)).voxels();
     }
 
+    /// The same for a position in the image, for kernels whose images are not of one size.
+    Voxel const* rowAt(std::size_t slot, access::Position const& position, unsigned int length)
+    {
+        return cache_.getRow(slot, length, position).voxels();
+    }
+
     /// Row (y, z) as wide as the leaf, with one voxel to either side. Cheaper than a wider row where the leaf touches
     /// a side of the image: that would have to be put together.
     Line<Voxel> line(std::size_t slot, int y, int z)

@@ -14,7 +14,6 @@ namespace mox::filters {
 
 using access::Block2d;
 using access::Block3d;
-using access::GrainedRange;
 
 struct Filter::Context {
     tbb::task_group_context group;
@@ -27,9 +26,29 @@ constexpr unsigned int grainPlans = 10;
 constexpr unsigned int grainRows = 10;
 constexpr unsigned int grainColumns = 1024;
 
-GrainedRange range(unsigned int size, unsigned int grain)
+/// The root of a loop over blocks of those grains.
+Block2d rootOf(access::Region const& region, Slice const& slice, unsigned int rows, unsigned int columns)
 {
-    return {size, 0, grain};
+    return {{region.getEndRow(), region.getBeginRow(), rows},
+            {region.getEndColumn(), region.getBeginColumn(), columns},
+            slice.plan,
+            slice.timeSeries,
+            slice.spectralSeries};
+}
+
+Block3d rootOf(access::Region const& region, Slice const& slice, unsigned int plans, unsigned int rows,
+               unsigned int columns)
+{
+    return {{region.getEndPlan(), region.getBeginPlan(), plans},
+            {region.getEndRow(), region.getBeginRow(), rows},
+            {region.getEndColumn(), region.getBeginColumn(), columns},
+            slice.timeSeries,
+            slice.spectralSeries};
+}
+
+Block2d rootOfBands(access::Region const& region, Slice const& slice, unsigned int rows)
+{
+    return rootOf(region, slice, rows, std::max(region.getNumOfColumns(), 1U));
 }
 
 void addToProgress(algorithms::AbstractPrivateImplementation& filter, access::Block const& leaf)
@@ -37,9 +56,9 @@ void addToProgress(algorithms::AbstractPrivateImplementation& filter, access::Bl
     filter.incrementProgress(uint64{leaf.getNumOfPlans()} * leaf.getNumOfColumns() * leaf.getNumOfRows());
 }
 
-template <class RootBlock>
+template <class RootBlock, class Partitioner>
 void runOver(RootBlock const& root, LeafWork& work, algorithms::AbstractPrivateImplementation& filter,
-             tbb::task_group_context& group)
+             tbb::task_group_context& group, Partitioner const& partitioner)
 {
     if (root.empty()) {
         return;
@@ -48,7 +67,7 @@ void runOver(RootBlock const& root, LeafWork& work, algorithms::AbstractPrivateI
         work(leaf);
         addToProgress(filter, leaf);
     };
-    tbb::parallel_for(root, body, tbb::auto_partitioner(), group);
+    tbb::parallel_for(root, body, partitioner, group);
 }
 
 /// Voxels of a leaf of a reduction: enough to outweigh a task and a join.
@@ -60,35 +79,46 @@ unsigned int reductionGrain(uint64 voxelsOfOne)
     return static_cast<unsigned int>(std::max<uint64>(1, reducedAtOnce / std::max<uint64>(1, voxelsOfOne)));
 }
 
-/// A reduction in the form that oneTBB splits and joins.
+/// A reduction in the form that oneTBB splits and joins. A split one makes its result with its first leaf: the
+/// scheduler is in no state to see a split fail.
 class ReductionBody {
 public:
     explicit ReductionBody(Reduction& whole, algorithms::AbstractPrivateImplementation& filter)
         : filter_(filter)
+        , whole_(whole)
         , result_(&whole)
     {
     }
 
     ReductionBody(ReductionBody& other, tbb::split)
         : filter_(other.filter_)
-        , own_(other.result_->fresh())
-        , result_(own_.get())
+        , whole_(other.whole_)
     {
     }
 
     template <class LeafBlock>
     void operator()(LeafBlock const& leaf)
     {
+        if (result_ == nullptr) {
+            own_ = whole_.fresh();
+            result_ = own_.get();
+        }
         result_->fold(leaf);
         addToProgress(filter_, leaf);
     }
 
-    void join(ReductionBody const& following) { result_->join(*following.result_); }
+    void join(ReductionBody& following) noexcept
+    {
+        if (result_ != nullptr && following.result_ != nullptr) { // one is missing only where the loop was stopped
+            result_->join(*following.result_);
+        }
+    }
 
 private:
     algorithms::AbstractPrivateImplementation& filter_;
+    Reduction& whole_;
     std::unique_ptr<Reduction> own_;
-    Reduction* result_;
+    Reduction* result_ = nullptr;
 };
 
 template <class RootBlock>
@@ -140,33 +170,39 @@ bool Filter::isStopped() const
     return isExecutionCancelled() || context_->group.is_group_execution_cancelled();
 }
 
-void Filter::forEachLeaf(Filter2dTag, access::Sizes const& sizes, Slice const& slice, LeafWork& work)
+void Filter::forEachLeaf(Filter2dTag, access::Region const& region, Slice const& slice, LeafWork& work)
 {
-    Block2d const root(range(sizes.rows, grainRows), range(sizes.columns, grainColumns), slice.plan, slice.timeSeries,
-                       slice.spectralSeries);
-    runOver(root, work, *this, context_->group);
+    runOver(rootOf(region, slice, grainRows, grainColumns), work, *this, context_->group, tbb::auto_partitioner());
 }
 
-void Filter::forEachLeaf(Filter3dTag, access::Sizes const& sizes, Slice const& slice, LeafWork& work)
+void Filter::forEachLeaf(Filter3dTag, access::Region const& region, Slice const& slice, LeafWork& work)
 {
-    Block3d const root(range(sizes.plans, grainPlans), range(sizes.rows, grainRows), range(sizes.columns, grainColumns),
-                       slice.timeSeries, slice.spectralSeries);
-    runOver(root, work, *this, context_->group);
+    runOver(rootOf(region, slice, grainPlans, grainRows, grainColumns), work, *this, context_->group,
+            tbb::auto_partitioner());
 }
 
-void Filter::reduceLeaves(Filter2dTag, access::Sizes const& sizes, Slice const& slice, Reduction& result)
+void Filter::reduceLeaves(Filter2dTag, access::Region const& region, Slice const& slice, Reduction& result)
 {
-    Block2d const root(range(sizes.rows, reductionGrain(sizes.columns)), range(sizes.columns, reducedAtOnce),
-                       slice.plan, slice.timeSeries, slice.spectralSeries);
-    reduceOver(root, result, *this, context_->group);
+    reduceOver(rootOf(region, slice, reductionGrain(region.getNumOfColumns()), reducedAtOnce), result, *this,
+               context_->group);
 }
 
-void Filter::reduceLeaves(Filter3dTag, access::Sizes const& sizes, Slice const& slice, Reduction& result)
+void Filter::reduceLeaves(Filter3dTag, access::Region const& region, Slice const& slice, Reduction& result)
 {
-    Block3d const root(range(sizes.plans, reductionGrain(uint64{sizes.columns} * sizes.rows)),
-                       range(sizes.rows, reductionGrain(sizes.columns)), range(sizes.columns, reducedAtOnce),
-                       slice.timeSeries, slice.spectralSeries);
-    reduceOver(root, result, *this, context_->group);
+    unsigned int const columns = region.getNumOfColumns();
+    reduceOver(rootOf(region, slice, reductionGrain(uint64{columns} * region.getNumOfRows()), reductionGrain(columns),
+                      reducedAtOnce),
+               result, *this, context_->group);
+}
+
+void Filter::forEachBand(access::Region const& region, Slice const& slice, unsigned int rows, LeafWork& work)
+{
+    runOver(rootOfBands(region, slice, rows), work, *this, context_->group, tbb::simple_partitioner());
+}
+
+void Filter::reduceBands(access::Region const& region, Slice const& slice, unsigned int rows, Reduction& result)
+{
+    reduceOver(rootOfBands(region, slice, rows), result, *this, context_->group);
 }
 
 } // namespace mox::filters
