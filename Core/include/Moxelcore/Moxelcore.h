@@ -3,6 +3,11 @@
 /// All that an application may include. The splittable blocks and the profiler, which need oneTBB's headers, are
 /// left out: include <Moxelcore/Core/access/Profiler.h> for them.
 
+#include <Moxelcore/Classification/ApplyClassification.h>
+#include <Moxelcore/Classification/CreateTextureClassification2D.h>
+#include <Moxelcore/Classification/ReadTextureClassificationModel.h>
+#include <Moxelcore/Classification/TextureClassificationModel.h>
+#include <Moxelcore/Classification/TextureTraining2D.h>
 #include <Moxelcore/Core/AbstractPrivateImplementation.h>
 #include <Moxelcore/Core/AlgoBorderInfluence.h>
 #include <Moxelcore/Core/AlgoInfo.h>
@@ -50,4 +55,5 @@
 #include <Moxelcore/PointOperations/MaskImageProcessing.h>
 #include <Moxelcore/Segmentation/IntensityExtrema.h>
 #include <Moxelcore/Segmentation/Labeling.h>
+#include <Moxelcore/Segmentation/TextureFeatureExtraction2D.h>
 #include <Moxelcore/Segmentation/Threshold.h>
