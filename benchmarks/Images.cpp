@@ -28,13 +28,13 @@ void visit(memory::InMemoryImage& image, Work const& work)
 
 } // namespace
 
-void fillWithNoise(memory::InMemoryImage& image, VoxelTypes type, Size const& size)
+void fillWithNoise(memory::InMemoryImage& image, VoxelTypes type, Size const& size, unsigned int levels)
 {
     image.allocate(type, size.columns, size.rows, size.plans, 1, 1);
     std::mt19937 random(1);
     visit(image, [&]<class T>(Voxels<T> voxels) {
         for (T* voxel = voxels.begin; voxel != voxels.end; ++voxel) {
-            *voxel = static_cast<T>(random() & 0xFFU);
+            *voxel = static_cast<T>((random() & 0xFFFFU) % levels);
         }
     });
 }

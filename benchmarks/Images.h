@@ -8,8 +8,8 @@
 
 namespace mox::benchmarks {
 
-/// Gives the image random voxels of 0 to 255, always the same.
-void fillWithNoise(memory::InMemoryImage& image, VoxelTypes type, Size const& size);
+/// Gives the image random whole numbers from 0 on, `levels` different ones, always the same.
+void fillWithNoise(memory::InMemoryImage& image, VoxelTypes type, Size const& size, unsigned int levels);
 
 std::vector<double> voxelsOf(memory::InMemoryImage& image);
 

@@ -68,6 +68,9 @@ void addRun(CLI::App& app, std::ostream& out)
     addPairs(command, "--interpretation", options->interpretations, "binary|label|value",
              "How an input image is to be read");
     addPairs(command, "--pages", options->pages, "plans|time|spectral", "What the pages of an input image are");
+    command.add_option("--colours", options->coloured, "Write an output image of labels as a picture in colours")
+        ->type_name("NAME")
+        ->allow_extra_args(false);
     command
         .add_option_function<std::string>(
             "--compression",

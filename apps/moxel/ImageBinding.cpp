@@ -6,6 +6,7 @@
 #include <optional>
 #include <utility>
 
+#include "apps/moxel/Colours.h"
 #include "apps/moxel/Errors.h"
 #include "apps/moxel/ImageFile.h"
 #include "apps/moxel/TemporaryFile.h"
@@ -45,6 +46,7 @@ public:
         : path_(path)
         , format_(formatOf(path))
         , compression_(options.compression)
+        , inColours_(options.inColours)
     {
         withPath([this] { requireWritable(path_); });
         image_.allocate(options.voxelType.value_or(mox::MOX_UINT8), 0, 0, 0, 0, 0);
@@ -55,7 +57,7 @@ public:
     void check() const override
     {
         if (image_.getSize(mox::COLUMNS) != 0) {
-            withPath([this] { requireForm(image_, format_); });
+            withPath([this] { inColours_ ? requireColourForm(image_) : requireForm(image_, format_); });
         }
     }
 
@@ -63,7 +65,8 @@ public:
     {
         withPath([this] {
             file_.emplace(path_);
-            writeImage(image_, file_->path(), format_, compression_);
+            auto const picture = inColours_ ? colourPicture(image_) : nullptr;
+            writeImage(picture ? *picture : image_, file_->path(), format_, compression_);
         });
     }
 
@@ -86,6 +89,7 @@ private:
     std::filesystem::path path_;
     ImageFormat format_;
     Compression compression_;
+    bool inColours_;
     mox::memory::InMemoryImage image_;
     std::optional<TemporaryFile> file_;
 };

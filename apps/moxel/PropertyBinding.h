@@ -18,6 +18,7 @@ struct BindingOptions {
     std::optional<mox::ImageInterpretation> interpretation;
     std::optional<mox::ImageDimension> pages;
     Compression compression = Compression::deflate;
+    bool inColours = false;
 };
 
 /// What a property points to during a run, and the file that it comes from or goes to. The steps are called in this

@@ -5,6 +5,7 @@
 #include <Moxelcore/Core/Property.h>
 #include <Moxelcore/Core/PropertyEnumeration.h>
 #include <Moxelcore/Math/MathProperty.h>
+#include <Moxelcore/Morphology/PropertyMorphologicalLut.h>
 
 #include <algorithm>
 #include <cctype>
@@ -115,6 +116,28 @@ PropertyKind enumeration()
     return kind;
 }
 
+/// A table, in the form that its property reads.
+template <class P>
+PropertyKind lookUpTable()
+{
+    PropertyKind kind = {.isKindOf = isA<P>,
+                         .typeName = [](BaseProperty const&) { return std::string("look-up table"); }};
+    kind.bind = [](BaseProperty& property, std::string const& text, BindingOptions const&) {
+        mox::String echo;
+        if (!property.read(text.c_str(), echo)) {
+            throw UsageError("the text is no look-up table");
+        }
+        return PropertyKind::Binding();
+    };
+    kind.text = [](BaseProperty const& property) {
+        auto const* const table = as<P>(property).get();
+        unsigned int const size = table != nullptr ? table->size() : 0;
+        return size == 0 ? "empty" : std::to_string(size) + " entries";
+    };
+    kind.json = [](BaseProperty const& property) { return Json(lookUpTable<P>().text(property)); };
+    return kind;
+}
+
 template <class T>
 PropertyKind image(decltype(PropertyKind::bind) bind)
 {
@@ -161,6 +184,8 @@ std::vector<PropertyKind> makeKinds()
             value<mox::uint64>(),
             value<double>(),
             value<mox::String>(),
+            lookUpTable<mox::morphology::PropertyMorphologicalLut2D>(),
+            lookUpTable<mox::morphology::PropertyMorphologicalLut3D>(),
             image<mox::ImageModel const*>(bindInputImage),
             image<mox::ImageModel*>(bindOutputImage),
             model<mox::classification::TextureClassificationModel const*>(bindInputModel),

@@ -20,6 +20,7 @@ struct RunOptions {
     std::vector<std::string> voxelTypes = {};
     std::vector<std::string> interpretations = {};
     std::vector<std::string> pages = {};
+    std::vector<std::string> coloured = {}; ///< names of properties alone
     std::string level = "auto";
     std::optional<unsigned int> threads = {};
     int extraMemory = 0;

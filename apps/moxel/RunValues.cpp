@@ -158,6 +158,9 @@ std::vector<RunValue> readRunValues(mox::BaseAlgorithm const& algorithm, RunOpti
         auto const [name, text] = splitPair(word);
         optionsOf<mox::ImageModel const*>(values, "--pages", name).pages = parsePages(text);
     }
+    for (std::string const& name : options.coloured) {
+        optionsOf<mox::ImageModel*>(values, "--colours", name).inColours = true;
+    }
     requireDistinctOutputs(algorithm, values);
     return values;
 }

@@ -98,6 +98,20 @@ TEST_F(PropertyKindOf, SomeHaveNoText)
     EXPECT_EQ(kindOf(algorithm_->output).text, nullptr);
 }
 
+TEST_F(PropertyKindOf, LookUpTablesAreReadByTheirProperty)
+{
+    mox::morphology::PropertyMorphologicalLut3D table;
+    EXPECT_EQ(kindOf(table).typeName(table), "look-up table");
+    EXPECT_EQ(kindOf(table).text(table), "empty");
+    bind(table, "3 5");
+    EXPECT_TRUE((*table.get())[5]);
+    EXPECT_EQ(kindOf(table).json(table), Json("134217728 entries"));
+    EXPECT_THROW(bind(table, "x"), UsageError);
+    mox::morphology::PropertyMorphologicalLut2D plane;
+    EXPECT_EQ(kindOf(plane).typeName(plane), "look-up table");
+    EXPECT_THROW(bind(plane, "01"), UsageError);
+}
+
 class StrangeProperty final : public mox::BaseProperty {
 public:
     void applyRules() override {}

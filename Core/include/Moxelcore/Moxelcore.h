@@ -15,6 +15,7 @@
 #include <Moxelcore/Core/Enum/AlgoPrecisionType.h>
 #include <Moxelcore/Core/Enum/ArithmeticOperatorType.h>
 #include <Moxelcore/Core/Enum/BinaryLogicalOperatorType.h>
+#include <Moxelcore/Core/Enum/BorderConditionType.h>
 #include <Moxelcore/Core/Enum/DecimationOp.h>
 #include <Moxelcore/Core/Enum/GradientMagnitudeOutputType.h>
 #include <Moxelcore/Core/Enum/MatchingActionTypes.h>
@@ -31,6 +32,10 @@
 #include <Moxelcore/Core/Runnable.h>
 #include <Moxelcore/Core/VoxelTypeDispatch.h>
 #include <Moxelcore/Math/MathProperty.h>
+#include <Moxelcore/Miscellaneous/BorderConditionExtrapole.h>
+#include <Moxelcore/Miscellaneous/Decimate2D.h>
+#include <Moxelcore/Morphology/ApplyMorphologicalLut2D.h>
+#include <Moxelcore/Morphology/ApplyMorphologicalLut3D.h>
 #include <Moxelcore/Morphology/Ball3DMorphology.h>
 #include <Moxelcore/Morphology/Disk2DMorphology.h>
 #include <Moxelcore/Morphology/Disk3DMorphology.h>
@@ -38,5 +43,17 @@
 #include <Moxelcore/Morphology/Line3DMorphology.h>
 #include <Moxelcore/Morphology/Neighborhood2DMorphology.h>
 #include <Moxelcore/Morphology/Neighborhood3DMorphology.h>
+#include <Moxelcore/PointOperations/Anamorphosis.h>
+#include <Moxelcore/PointOperations/ArithmeticImageProcessing.h>
+#include <Moxelcore/PointOperations/ArithmeticValueProcessing.h>
+#include <Moxelcore/PointOperations/BitShift.h>
+#include <Moxelcore/PointOperations/GradientMagnitude3D.h>
+#include <Moxelcore/PointOperations/InvertImage.h>
+#include <Moxelcore/PointOperations/LogicalImageProcessing.h>
+#include <Moxelcore/PointOperations/LogicalNotProcessing.h>
+#include <Moxelcore/PointOperations/LogicalValueProcessing.h>
+#include <Moxelcore/PointOperations/MaskImageProcessing.h>
+#include <Moxelcore/Segmentation/IntensityExtrema.h>
+#include <Moxelcore/Segmentation/Labeling.h>
 #include <Moxelcore/Segmentation/TextureFeatureExtraction2D.h>
 #include <Moxelcore/Segmentation/Threshold.h>

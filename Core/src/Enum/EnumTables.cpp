@@ -1,6 +1,7 @@
 #include <Moxelcore/Core/Enum/AlgoPrecisionType.h>
 #include <Moxelcore/Core/Enum/ArithmeticOperatorType.h>
 #include <Moxelcore/Core/Enum/BinaryLogicalOperatorType.h>
+#include <Moxelcore/Core/Enum/BorderConditionType.h>
 #include <Moxelcore/Core/Enum/DecimationOp.h>
 #include <Moxelcore/Core/Enum/GradientMagnitudeOutputType.h>
 #include <Moxelcore/Core/Enum/MatchingActionTypes.h>
@@ -38,6 +39,13 @@ EnumInfo const& getEnumInfo<math::MeasuresIndex>()
 {
     static EnumInfo const info("MSR_MEAN = 0, MSR_STDDEV, MSR_VARIANCE, MSR_SKEWNESS, MSR_KURTOSIS, MSR_PEAK",
                                "MeasuresIndex");
+    return info;
+}
+
+template <>
+EnumInfo const& getEnumInfo<miscellaneous::BorderConditionType>()
+{
+    static EnumInfo const info("FIXED = 0, MIRROR, CONTINUE, DIRECTIONAL_MIRROR", "BorderConditionType");
     return info;
 }
 

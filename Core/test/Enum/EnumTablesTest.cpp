@@ -1,6 +1,7 @@
 #include <Moxelcore/Core/Enum/AlgoPrecisionType.h>
 #include <Moxelcore/Core/Enum/ArithmeticOperatorType.h>
 #include <Moxelcore/Core/Enum/BinaryLogicalOperatorType.h>
+#include <Moxelcore/Core/Enum/BorderConditionType.h>
 #include <Moxelcore/Core/Enum/DecimationOp.h>
 #include <Moxelcore/Core/Enum/GradientMagnitudeOutputType.h>
 #include <Moxelcore/Core/Enum/MatchingActionTypes.h>
@@ -57,6 +58,15 @@ TEST(MeasuresIndex, hasATable)
                  {"MSR_SKEWNESS", math::MSR_SKEWNESS},
                  {"MSR_KURTOSIS", math::MSR_KURTOSIS},
                  {"MSR_PEAK", math::MSR_PEAK}});
+}
+
+TEST(BorderConditionType, hasATable)
+{
+    expectTable(getEnumInfo<miscellaneous::BorderConditionType>(), "BorderConditionType",
+                {{"FIXED", miscellaneous::BorderConditionType::FIXED},
+                 {"MIRROR", miscellaneous::BorderConditionType::MIRROR},
+                 {"CONTINUE", miscellaneous::BorderConditionType::CONTINUE},
+                 {"DIRECTIONAL_MIRROR", miscellaneous::BorderConditionType::DIRECTIONAL_MIRROR}});
 }
 
 TEST(DecimationOp, hasATable)

@@ -1,0 +1,137 @@
+#pragma once
+
+#include <Moxelcore/Core/Integers.h>
+#include <Moxelcore/Core/access/Block.h>
+
+#include <concepts>
+#include <cstddef>
+#include <cstring>
+#include <type_traits>
+
+#include "Core/private/access/Position.h"
+
+namespace mox::miscellaneous {
+
+struct tag_mean {};
+struct tag_min {};
+struct tag_max {};
+struct tag_first {};
+
+namespace decimation {
+
+__extension__ typedef __int128 int128;
+__extension__ typedef unsigned __int128 uint128;
+
+template <std::size_t size, bool isSigned>
+struct Integer;
+// clang-format off
+template <> struct Integer<2, false> { using Type = unsigned short; };
+template <> struct Integer<4, false> { using Type = unsigned int; };
+template <> struct Integer<8, false> { using Type = uint64; };
+template <> struct Integer<16, false> { using Type = uint128; };
+template <> struct Integer<2, true> { using Type = short; };
+template <> struct Integer<4, true> { using Type = int; };
+template <> struct Integer<8, true> { using Type = int64; };
+template <> struct Integer<16, true> { using Type = int128; };
+// clang-format on
+
+/// The sum of two voxels side by side, exact in an integer of twice their width, as which they are loaded together:
+/// a loop over such pairs is vectorised without shuffling voxels apart.
+template <std::integral T>
+auto sumOfPair(T const* voxels)
+{
+    using Wide = typename Integer<2 * sizeof(T), std::is_signed_v<T>>::Type;
+    using Bits = typename Integer<2 * sizeof(T), false>::Type;
+    constexpr int numOfBits = 8 * sizeof(T);
+    Bits pair;
+    std::memcpy(&pair, voxels, sizeof(pair));
+    auto const one = static_cast<Wide>(static_cast<Wide>(static_cast<Bits>(pair << numOfBits)) >> numOfBits);
+    auto const other = static_cast<Wide>(static_cast<Wide>(pair) >> numOfBits);
+    return static_cast<Wide>(one + other);
+}
+
+template <class T>
+void reduce(tag_mean, T const* upper, T const* lower, T* out, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; ++i) {
+        if constexpr (std::is_integral_v<T>) {
+            using Wide = decltype(sumOfPair(upper));
+            auto const sum = static_cast<Wide>(sumOfPair(upper + 2 * i) + sumOfPair(lower + 2 * i));
+            out[i] = static_cast<T>(sum / 4);
+        } else {
+            out[i] = ((upper[2 * i] + upper[2 * i + 1]) + (lower[2 * i] + lower[2 * i + 1])) * T(0.25);
+        }
+    }
+}
+
+/// The first of four that no later one goes before.
+template <class T, class Before>
+T foremost(T const* upper, T const* lower, Before const& goesBefore)
+{
+    T best = upper[0];
+    best = goesBefore(upper[1], best) ? upper[1] : best;
+    best = goesBefore(lower[0], best) ? lower[0] : best;
+    return goesBefore(lower[1], best) ? lower[1] : best;
+}
+
+template <class T>
+void reduce(tag_min, T const* upper, T const* lower, T* out, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; ++i) {
+        out[i] = foremost(upper + 2 * i, lower + 2 * i, [](T a, T b) { return a < b; });
+    }
+}
+
+template <class T>
+void reduce(tag_max, T const* upper, T const* lower, T* out, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; ++i) {
+        out[i] = foremost(upper + 2 * i, lower + 2 * i, [](T a, T b) { return a > b; });
+    }
+}
+
+template <class T>
+void reduce(tag_first, T const* upper, T const*, T* out, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; ++i) {
+        out[i] = upper[2 * i];
+    }
+}
+
+} // namespace decimation
+
+/// Makes a row of one half the length of two rows, by the operator of the tag.
+template <class T>
+class DecimateBody2D {
+public:
+    template <class Tag>
+    explicit DecimateBody2D(Tag)
+        : reduce_([](T const* upper, T const* lower, T* out, std::size_t count) {
+            decimation::reduce(Tag(), upper, lower, out, count);
+        })
+    {
+    }
+
+    void row(T const* upper, T const* lower, T* out, std::size_t count) const { reduce_(upper, lower, out, count); }
+
+    template <class Source, class Target>
+    void operator()(access::Block const& leaf, Source& source, Target& target) const
+    {
+        unsigned int const columns = leaf.getNumOfColumns();
+        access::Position p{2 * static_cast<int>(leaf.getBeginColumn()), 2 * static_cast<int>(leaf.getBeginRow()),
+                           static_cast<int>(leaf.getBeginPlan()), static_cast<int>(leaf.getBeginTimeSeries()),
+                           static_cast<int>(leaf.getBeginSpectralSeries())};
+        for (int y = 0; y < static_cast<int>(leaf.getNumOfRows()); ++y) {
+            T const* const upper = source.rowAt(0, p, 2 * columns);
+            ++p.y;
+            T const* const lower = source.rowAt(1, p, 2 * columns);
+            ++p.y;
+            target.writeRow(y, 0, [&](T* out) { row(upper, lower, out, columns); });
+        }
+    }
+
+private:
+    void (*reduce_)(T const* upper, T const* lower, T* out, std::size_t count);
+};
+
+} // namespace mox::miscellaneous
