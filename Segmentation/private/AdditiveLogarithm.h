@@ -17,6 +17,7 @@ public:
 
     /// n log n.
     int64 operator()(std::size_t n) const { return values_[n]; }
+    int64 const* values() const { return values_.data(); }
     /// steps()[n] = (n + 1) log(n + 1) - n log n.
     int64 const* steps() const { return steps_.data(); }
     int64 logarithmOf2() const { return values_.size() > 2 ? values_[2] / 2 : 0; }

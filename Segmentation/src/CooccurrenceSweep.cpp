@@ -2,8 +2,10 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <optional>
 #include <stdexcept>
 
+#include "Segmentation/private/LaneCounts.h"
 #include "Segmentation/private/PackedSums.h"
 #include "Segmentation/private/windowPasses.h"
 
@@ -99,12 +101,16 @@ public:
         , numOfPairs_(numOfPositions(direction.window))
         , numOfLevels_(static_cast<std::size_t>(plan.levels.count))
         , cells_(numOfLevels_)
-        , logBinSize_(std::log(plan.levels.binSize))
     {
         makeWeights();
         packSums();
-        std::size_t const cells = needs_.pairFunctions || needs_.pairCounts ? cells_.count() : 0;
-        counts_.resize(std::max(cells, 2 * numOfLevels_));
+        int const wantedTables = 2 * needs_.endFunctions + needs_.sumFunctions + needs_.differenceFunctions;
+        if (wantedTables > 1 && numOfLevels_ <= LaneCounts::mostLevels &&
+            direction.window.size() <= LaneCounts::mostRows && 2 * numOfPairs_ <= 0x7fff) {
+            lanes_.emplace(numOfLevels_, cells_.count(), cells_);
+        }
+        usesCells_ = needs_.pairFunctions || needs_.pairCounts || lanes_;
+        counts_.resize(std::max(usesCells_ ? cells_.count() : 0, 2 * numOfLevels_));
     }
 
     void begin(std::size_t width) override
@@ -113,9 +119,9 @@ public:
         int const rows = 2 * plan_.radius + 1;
         words_.reset(rows,
                      width * std::max<std::size_t>(packing_.numOfWords(), 1)); // it also tells which rows are made
-        pairCells_.reset(rows, needs_.pairFunctions || needs_.pairCounts ? width : 0);
-        pairSums_.reset(rows, needs_.sumFunctions ? width : 0);
-        pairDifferences_.reset(rows, needs_.differenceFunctions ? width : 0);
+        pairCells_.reset(rows, usesCells_ ? width : 0);
+        pairSums_.reset(rows, usesSums() ? width : 0);
+        pairDifferences_.reset(rows, usesDifferences() ? width : 0);
     }
 
     void compute(RowRing<std::uint16_t> const& levels, int y, std::size_t first, std::size_t count) override
@@ -174,19 +180,19 @@ private:
             levels.row(y + direction_.direction[1]) + static_cast<std::ptrdiff_t>(begin) + dx;
         std::size_t const count = end - begin;
         makeWords(a, b, count, words_.claim(y) + begin);
-        if (needs_.pairFunctions || needs_.pairCounts) {
+        if (usesCells_) {
             Cell* const out = pairCells_.claim(y) + begin;
             for (std::size_t x = 0; x < count; ++x) {
                 out[x] = static_cast<Cell>(cells_(a[x], b[x]));
             }
         }
-        if (needs_.sumFunctions) {
+        if (usesSums()) {
             std::uint16_t* const out = pairSums_.claim(y) + begin;
             for (std::size_t x = 0; x < count; ++x) {
                 out[x] = static_cast<std::uint16_t>(a[x] + b[x]);
             }
         }
-        if (needs_.differenceFunctions) {
+        if (usesDifferences()) {
             std::uint16_t* const out = pairDifferences_.claim(y) + begin;
             for (std::size_t x = 0; x < count; ++x) {
                 out[x] = static_cast<std::uint16_t>(std::abs(a[x] - b[x]));
@@ -224,9 +230,17 @@ private:
             collectRuns(wordRuns_, words_, y, first + word * width_);
             slideSums(wordRuns_, count, sums_.data() + word * count);
         }
-        if (needs_.pairFunctions || needs_.pairCounts) {
+        if (usesCells_) {
             collectRuns(cellRuns_, pairCells_, y, first);
             slidePairs(count);
+        }
+        if (lanes_) {
+            endFunctions_.resize(count);
+            sumFunctions_.resize(count);
+            differenceFunctions_.resize(count);
+            lanes_->slide(cellRuns_, count, plan_.logarithm->values(), endFunctions_.data(),
+                          differenceFunctions_.data(), sumFunctions_.data());
+            return;
         }
         if (needs_.endFunctions) {
             collectRuns(levelRuns_, levels, y, first);
@@ -271,7 +285,7 @@ private:
             slideTable<true, true>(cellRuns_, count, counts_.data(), tableSums);
         } else if (needs_.pairFunctions) {
             slideTable<true, false>(cellRuns_, count, counts_.data(), tableSums);
-        } else {
+        } else if (needs_.pairCounts) {
             slideTable<false, true>(cellRuns_, count, counts_.data(), tableSums);
         }
     }
@@ -281,6 +295,9 @@ private:
         functions.resize(count);
         slideTable<true, false>(runs, count, counts_.data(), {plan_.logarithm->steps(), functions.data()});
     }
+
+    bool usesSums() const { return needs_.sumFunctions && !lanes_; }
+    bool usesDifferences() const { return needs_.differenceFunctions && !lanes_; }
 
     /// A sum over the pairs of the window at place x.
     int64 at(PairSum sum, std::size_t x, std::size_t count) const
@@ -315,7 +332,9 @@ private:
                 return 2 * static_cast<double>(squares) / (m * m);
             });
         case contrast:
-            return fill([&](std::size_t x) { return b2 * (static_cast<double>(sum(squaredDifferences, x)) / n); });
+            return fill([&, scale = b2 / n](std::size_t x) {
+                return static_cast<double>(sum(squaredDifferences, x)) * scale;
+            });
         case correlation:
             return fill([&](std::size_t x) {
                 int64 const v = variance(x);
@@ -336,19 +355,22 @@ private:
                 return b2 * b2 * (static_cast<double>(pairs * squares - sum(sums, x) * sum(sums, x)) / (n * n));
             });
         case sumEntropy:
-            return fill([&](std::size_t x) { return scaledEntropy(numOfPairs_, sumFunctions_[x]); });
+            return fill([&, h = ScaledEntropy(*this, numOfPairs_)](std::size_t x) { return h(sumFunctions_[x]); });
         case entropy:
-            return fill([&](std::size_t x) { return scaledEntropy(2 * numOfPairs_, orderedFunctions(x, count)); });
+            return fill([&, h = ScaledEntropy(*this, 2 * numOfPairs_)](std::size_t x) {
+                return h(orderedFunctions(x, count));
+            });
         case differenceVariance:
             return fill([&](std::size_t x) {
                 int64 const d = sum(differences, x);
                 return b2 * (static_cast<double>(pairs * sum(squaredDifferences, x) - d * d) / (n * n));
             });
         case differenceEntropy:
-            return fill([&](std::size_t x) { return scaledEntropy(numOfPairs_, differenceFunctions_[x]); });
+            return fill(
+                [&, h = ScaledEntropy(*this, numOfPairs_)](std::size_t x) { return h(differenceFunctions_[x]); });
         case informationMeasure1:
-            return fill([&](std::size_t x) {
-                double const hx = scaledEntropy(2 * numOfPairs_, endFunctions_[x]);
+            return fill([&, h = ScaledEntropy(*this, 2 * numOfPairs_)](std::size_t x) {
+                double const hx = h(endFunctions_[x]);
                 return std::abs(hx) > 0x1p-23 ? b * excessEntropy(x, count) / hx : 0.0;
             });
         case informationMeasure2:
@@ -359,13 +381,26 @@ private:
         }
     }
 
-    /// (log b + H) b of counts of that total.
-    double scaledEntropy(std::size_t total, int64 functions) const
-    {
-        auto const& f = *plan_.logarithm;
-        double const h = static_cast<double>(f(total) - functions) * f.unit() / static_cast<double>(total);
-        return (logBinSize_ + h) * plan_.levels.binSize;
-    }
+    /// (log b + H) b of counts of one total, given the sum of F over them.
+    struct ScaledEntropy {
+        ScaledEntropy(Sweep const& sweep, std::size_t total)
+            : largest((*sweep.plan_.logarithm)(total))
+            , scale(sweep.plan_.logarithm->unit() / static_cast<double>(total))
+            , logBinSize(std::log(sweep.plan_.levels.binSize))
+            , binSize(sweep.plan_.levels.binSize)
+        {
+        }
+
+        double operator()(int64 functions) const
+        {
+            return (logBinSize + static_cast<double>(largest - functions) * scale) * binSize;
+        }
+
+        int64 largest;
+        double scale;
+        double logBinSize;
+        double binSize;
+    };
 
     /// The sum of F over the ordered pairs: off the diagonal a count stands twice, on it the doubled count.
     int64 orderedFunctions(std::size_t x, std::size_t count) const
@@ -388,7 +423,6 @@ private:
     std::size_t numOfPairs_;
     std::size_t numOfLevels_;
     PairCells cells_;
-    double logBinSize_;
     std::vector<uint64> weights_;
     double weightUnit_ = 0;
     PackedSums packing_;
@@ -404,6 +438,8 @@ private:
     Runs<Cell> cellRuns_;
     Runs<std::uint16_t> levelRuns_;
     std::vector<std::uint32_t> counts_;
+    std::optional<LaneCounts> lanes_; ///< instead of tables of ends, sums and differences
+    bool usesCells_ = false;
 
     std::vector<uint64> sums_;
     std::vector<int64> pairFunctions_;
