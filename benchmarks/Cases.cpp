@@ -52,7 +52,7 @@ std::string Case::name() const
 std::vector<Case> allCases()
 {
     std::vector<Case> cases = thresholdCases();
-    for (auto const& more : {labelingCases(), morphologyCases(), pointOperationsCases()}) {
+    for (auto const& more : {labelingCases(), morphologyCases(), pointOperationsCases(), textureCases()}) {
         cases.insert(cases.end(), more.begin(), more.end());
     }
     return cases;
