@@ -3,53 +3,11 @@
 #include "Core/private/filters/leafRows.h"
 #include "Morphology/private/Lane.h"
 #include "Morphology/private/NeighborhoodToValue.h"
+#include "Morphology/private/RowReductionSimd.h"
 
 namespace mox::morphology {
 
 namespace details {
-
-/// Twin of `ScalarReduction`, which does the end of the row.
-template <class Functor>
-struct SimdReduction {
-    template <class T>
-    MOX_SSE41 static void row(T const* const* pointers, std::size_t numOfPointers, T* out, unsigned int count)
-    {
-        unsigned int x = 0;
-        for (; x + 4 * Lane<T>::size <= count; x += 4 * Lane<T>::size) {
-            vectors<4>(pointers, numOfPointers, out, x);
-        }
-        for (; x + Lane<T>::size <= count; x += Lane<T>::size) {
-            vectors<1>(pointers, numOfPointers, out, x);
-        }
-        for (; x < count; ++x) {
-            T running = pointers[0][x];
-            for (std::size_t k = 1; k < numOfPointers; ++k) {
-                running = Functor()(running, pointers[k][x]);
-            }
-            out[x] = running;
-        }
-    }
-
-private:
-    template <unsigned int n, class T>
-    MOX_SSE41 static void vectors(T const* const* pointers, std::size_t numOfPointers, T* out, unsigned int x)
-    {
-        using L = Lane<T>;
-        __m128i running[n];
-        for (unsigned int i = 0; i < n; ++i) {
-            running[i] = L::load(pointers[0] + x + i * L::size);
-        }
-        for (std::size_t k = 1; k < numOfPointers; ++k) {
-            T const* const voxels = pointers[k] + x;
-            for (unsigned int i = 0; i < n; ++i) {
-                running[i] = reduce<T>(Functor(), running[i], L::load(voxels + i * L::size));
-            }
-        }
-        for (unsigned int i = 0; i < n; ++i) {
-            L::store(out + x + i * L::size, running[i]);
-        }
-    }
-};
 
 /// Reduces the rows before the centre's in order, then the centre's row at x - 1, x and x + 1, then the rows behind.
 template <class Functor, std::size_t numOfRows, class T>
@@ -157,9 +115,9 @@ private:
 
 /// Twin of `Neighborhood2dToValue`.
 template <class Functor, class Tag, class Payload>
-class Neighborhood2dToValueSimd : public details::OffsetListKernel<details::SimdReduction<Functor>, Tag, Payload> {
+class Neighborhood2dToValueSimd : public details::OffsetListKernel<RowReductionSimd<Functor>, Tag, Payload> {
 public:
-    using details::OffsetListKernel<details::SimdReduction<Functor>, Tag, Payload>::OffsetListKernel;
+    using details::OffsetListKernel<RowReductionSimd<Functor>, Tag, Payload>::OffsetListKernel;
 };
 
 template <class Functor>
@@ -169,9 +127,9 @@ class Neighborhood2dToValueSimd<Functor, access::Neighborhood2D_4Tag, NoDataType
 
 /// Twin of `Neighborhood3dToValue`.
 template <class Functor, class Tag, class Payload>
-class Neighborhood3dToValueSimd : public details::OffsetListKernel<details::SimdReduction<Functor>, Tag, Payload> {
+class Neighborhood3dToValueSimd : public details::OffsetListKernel<RowReductionSimd<Functor>, Tag, Payload> {
 public:
-    using details::OffsetListKernel<details::SimdReduction<Functor>, Tag, Payload>::OffsetListKernel;
+    using details::OffsetListKernel<RowReductionSimd<Functor>, Tag, Payload>::OffsetListKernel;
 };
 
 template <class Functor>

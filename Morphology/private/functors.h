@@ -11,6 +11,10 @@ struct DilationFunctor {
     template <class T>
     static constexpr T outside = std::numeric_limits<T>::lowest();
 
+    /// Of a floating type, the value that wins against nothing.
+    template <class T>
+    static constexpr T worst = -std::numeric_limits<T>::infinity();
+
     template <class T>
     constexpr T operator()(T running, T candidate) const
     {
@@ -21,6 +25,9 @@ struct DilationFunctor {
 struct ErosionFunctor {
     template <class T>
     static constexpr T outside = std::numeric_limits<T>::max();
+
+    template <class T>
+    static constexpr T worst = std::numeric_limits<T>::infinity();
 
     template <class T>
     constexpr T operator()(T running, T candidate) const

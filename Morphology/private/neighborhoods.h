@@ -97,16 +97,21 @@ struct OffsetBox {
     }
 };
 
+constexpr OffsetBox unionOf(OffsetBox const& a, OffsetBox const& b)
+{
+    return {
+        {std::min(a.least.column, b.least.column), std::min(a.least.row, b.least.row),
+         std::min(a.least.plan, b.least.plan)},
+        {std::max(a.most.column, b.most.column), std::max(a.most.row, b.most.row), std::max(a.most.plan, b.most.plan)}};
+}
+
 template <class Offsets>
 constexpr OffsetBox boxOf(Offsets const& offsets)
 {
     OffsetBox box;
     for (auto const& offset : offsets) {
         kernel::Offset3D const o = kernel::inSpace(offset);
-        box.least = {std::min(box.least.column, o.column), std::min(box.least.row, o.row),
-                     std::min(box.least.plan, o.plan)};
-        box.most = {std::max(box.most.column, o.column), std::max(box.most.row, o.row),
-                    std::max(box.most.plan, o.plan)};
+        box = unionOf(box, {o, o});
     }
     return box;
 }

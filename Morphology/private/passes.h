@@ -36,9 +36,12 @@ using Steps = std::vector<Step>;
 /// The steps that have something to do.
 Steps withoutIdle(Steps steps);
 
+uint64 numOfIterations(Steps const& steps);
+
+/// An operation with a large element.
 struct Pass {
     Operation operation;
-    Step step;
+    Steps steps;
 };
 
 /// Each operation with all steps, one operation after the other. The second takes elements reflected: that is what

@@ -43,7 +43,9 @@ private:
     Kernel kernel_;
 };
 
-/// The kernels of an architecture: `Square`, `Cube`, and `InPlane` and `InSpace` for tags with their lists.
+/// What an architecture does with the steps of a pass: `forEachSweep<T>(steps, sizes, run)` gives them as sweeps over
+/// the image, one after the other; and its kernels: `Square`, `Cube`, and `InPlane` and `InSpace` for tags with their
+/// lists.
 template <class Arch, class Functor>
 struct Kernels;
 
@@ -93,44 +95,79 @@ inline bool isInPlane(Element const& element)
            std::holds_alternative<SquareElement>(element) || std::holds_alternative<OffsetList2D>(element);
 }
 
+/// A kernel for a part of a pass.
+template <class T, class Arch>
+struct Sweep {
+    std::unique_ptr<LeafKernel<T, Arch>> kernel;
+    bool isInPlane;
+    unsigned int repetitions;
+};
+
+/// One step as it stands: the kernel of its element, again and again.
 template <class T, class Arch, class Functor>
-void runPass(filters::PassSequence& run, ImageModel const& input, ImageModel& output, Step const& step)
+Sweep<T, Arch> sweepOf(Step const& step, unsigned int repetitions = 1)
 {
-    auto const kernel = std::visit(MakeKernel<T, Arch, Functor>(), step.element);
-    auto const runFilter = [&](auto&& filter) {
-        filter.setInput(fixedView<T, Arch>(input, Functor::template outside<T>));
-        filter.setOutput(fixedView<T, Arch>(output, Functor::template outside<T>));
-        filter.setIterations(step.iterations);
-        filter.run();
-    };
-    if (isInPlane(step.element)) {
-        runFilter(RecursiveImageFilter2d<T, T, Arch, LeafKernel<T, Arch>>(run, *kernel));
-    } else {
-        runFilter(RecursiveImageFilter3d<T, T, Arch, LeafKernel<T, Arch>>(run, *kernel));
-    }
+    return {std::visit(MakeKernel<T, Arch, Functor>(), step.element), isInPlane(step.element),
+            repetitions * step.iterations};
 }
+
+template <class T, class Arch>
+class PassRunner {
+public:
+    PassRunner(BaseAlgorithm& algorithm, ImageModel const& input, ImageModel& output, uint64 numOfIterations)
+        : sequence_(&algorithm, numOfIterations * access::Sizes::of(output).numOfVoxels())
+        , source_(&input)
+        , output_(output)
+    {
+    }
+
+    template <class Functor>
+    void run(Steps const& steps)
+    {
+        Kernels<Arch, Functor>::template forEachSweep<T>(steps, access::Sizes::of(output_), [&](auto const& sweep) {
+            if (sequence_.isStopped()) {
+                return;
+            }
+            if (sweep.isInPlane) {
+                run<Functor>(RecursiveImageFilter2d<T, T, Arch, LeafKernel<T, Arch>>(sequence_, *sweep.kernel), sweep);
+            } else {
+                run<Functor>(RecursiveImageFilter3d<T, T, Arch, LeafKernel<T, Arch>>(sequence_, *sweep.kernel), sweep);
+            }
+            source_ = &output_;
+        });
+    }
+
+private:
+    template <class Functor, class Filter>
+    void run(Filter&& filter, Sweep<T, Arch> const& sweep)
+    {
+        filter.setInput(fixedView<T, Arch>(*source_, Functor::template outside<T>));
+        filter.setOutput(fixedView<T, Arch>(output_, Functor::template outside<T>));
+        filter.setIterations(sweep.repetitions);
+        filter.run();
+    }
+
+    filters::PassSequence sequence_;
+    ImageModel const* source_;
+    ImageModel& output_;
+};
 
 } // namespace details
 
 template <class T, class Arch>
 void runPasses(BaseAlgorithm& algorithm, ImageModel const& input, ImageModel& output, std::vector<Pass> const& passes)
 {
-    uint64 numOfIterations = 0;
+    uint64 iterations = 0;
     for (Pass const& pass : passes) {
-        numOfIterations += pass.step.iterations;
+        iterations += numOfIterations(pass.steps);
     }
-    filters::PassSequence run(&algorithm, numOfIterations * access::Sizes::of(output).numOfVoxels());
-    ImageModel const* source = &input;
+    details::PassRunner<T, Arch> runner(algorithm, input, output, iterations);
     for (Pass const& pass : passes) {
-        if (run.isStopped()) {
-            return;
-        }
         if (pass.operation == Operation::dilation) {
-            details::runPass<T, Arch, details::DilationFunctor>(run, *source, output, pass.step);
+            runner.template run<details::DilationFunctor>(pass.steps);
         } else {
-            details::runPass<T, Arch, details::ErosionFunctor>(run, *source, output, pass.step);
+            runner.template run<details::ErosionFunctor>(pass.steps);
         }
-        source = &output;
     }
 }
 

@@ -1,5 +1,7 @@
 #include "Morphology/private/passes.h"
 
+#include <algorithm>
+
 namespace mox::morphology {
 
 namespace {
@@ -25,12 +27,22 @@ Steps withoutIdle(Steps steps)
     return steps;
 }
 
+uint64 numOfIterations(Steps const& steps)
+{
+    uint64 sum = 0;
+    for (Step const& step : steps) {
+        sum += step.iterations;
+    }
+    return sum;
+}
+
 std::vector<Pass> passesOf(std::span<Operation const> operations, Steps const& steps)
 {
     std::vector<Pass> passes;
-    for (std::size_t i = 0; i < operations.size(); ++i) {
-        for (Step const& step : steps) {
-            passes.push_back({operations[i], i == 0 ? step : reflectedStep(step)});
+    for (Operation const operation : operations) {
+        passes.push_back({operation, steps});
+        if (passes.size() > 1) {
+            std::transform(steps.begin(), steps.end(), passes.back().steps.begin(), reflectedStep);
         }
     }
     return passes;

@@ -1,5 +1,10 @@
+#include <array>
+
 #include "Morphology/private/ColumnsReductionSimd.h"
 #include "Morphology/private/NeighborhoodToValueSimd.h"
+#include "Morphology/private/RowProgramKernel.h"
+#include "Morphology/private/chains.h"
+#include "Morphology/private/chords.h"
 #include "Morphology/private/runPasses.h"
 
 namespace mox::morphology {
@@ -12,6 +17,50 @@ struct Kernels<SimdVec::arch_128_tag, Functor> {
     using InPlane = Neighborhood2dToValueSimd<Functor, Tag, Payload>;
     template <class Tag, class Payload>
     using InSpace = Neighborhood3dToValueSimd<Functor, Tag, Payload>;
+
+    /// Large elements as row programs; small ones, and those too large for that, as they stand.
+    template <class T, class Run>
+    static void forEachSweep(Steps const& steps, access::Sizes const& sizes, Run&& run)
+    {
+        for (Chain const& chain : chainsOf(steps)) {
+            if (auto kernel = kernelOf<T>(chain, sizes)) {
+                run(details::Sweep<T, SimdVec::arch_128_tag>{std::move(kernel), isInPlane(chain), chain.repetitions});
+                continue;
+            }
+            for (Step const& step : chain.steps) {
+                run(details::sweepOf<T, SimdVec::arch_128_tag, Functor>(step, chain.repetitions));
+            }
+        }
+    }
+
+private:
+    template <class T>
+    using KernelPointer = std::unique_ptr<LeafKernel<T, SimdVec::arch_128_tag>>;
+
+    static bool isInPlane(Chain const& chain) { return details::isInPlane(chain.steps.front().element); }
+
+    /// Null where the chain has no program.
+    template <class T>
+    static KernelPointer<T> kernelOf(Chain const& chain, access::Sizes const& sizes)
+    {
+        if (isFoldable(chain)) {
+            auto const iterations = static_cast<unsigned int>(numOfIterations(chain.steps));
+            std::array programs{foldedProgram(chain.steps), literalProgram(chain.steps)};
+            auto const leaf = leafFor(programs, sizes, sizeof(T));
+            return leaf ? make<T>(std::move(programs[0]), std::move(programs[1]), *leaf, iterations) : nullptr;
+        }
+        auto program = chordProgramOf(chain.steps.front().element);
+        auto const leaf = program ? leafFor({&*program, 1}, sizes, sizeof(T)) : std::nullopt;
+        return leaf ? make<T>(std::move(*program), *leaf) : nullptr;
+    }
+
+    template <class T, class... Argument>
+    static KernelPointer<T> make(Argument&&... argument)
+    {
+        using Kernel = RowProgramKernel<Functor>;
+        return std::make_unique<LeafKernelOf<T, SimdVec::arch_128_tag, Kernel>>(
+            Kernel(std::forward<Argument>(argument)...));
+    }
 };
 
 #define MOX_INSTANTIATE(T)                                                                                             \

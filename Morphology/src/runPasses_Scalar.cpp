@@ -13,6 +13,14 @@ struct Kernels<SimdVec::arch_scalar_tag, Functor> {
     using InPlane = Neighborhood2dToValue<Functor, Tag, Payload>;
     template <class Tag, class Payload>
     using InSpace = Neighborhood3dToValue<Functor, Tag, Payload>;
+
+    template <class T, class Run>
+    static void forEachSweep(Steps const& steps, access::Sizes const&, Run&& run)
+    {
+        for (Step const& step : steps) {
+            run(details::sweepOf<T, SimdVec::arch_scalar_tag, Functor>(step));
+        }
+    }
 };
 
 #define MOX_INSTANTIATE(T)                                                                                             \

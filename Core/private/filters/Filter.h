@@ -6,6 +6,7 @@
 
 #include "Core/private/access/Region.h"
 #include "Core/private/filters/LeafWork.h"
+#include "Core/private/filters/Reach.h"
 #include "Core/private/filters/Reduction.h"
 
 namespace mox {
@@ -50,6 +51,17 @@ protected:
     void forEachLeaf(Filter2dTag, access::Region const& region, Slice const& slice, LeafWork& work);
     void forEachLeaf(Filter3dTag, access::Region const& region, Slice const& slice, LeafWork& work);
 
+    /// The same with leaves that are as a kernel wants them. A leaf adds its iterations to the progress.
+    template <class Dimensions>
+    void forEachLeaf(Dimensions, access::Region const& region, Slice const& slice, Use const& use, LeafWork& work)
+    {
+        if (use.leaf) {
+            forEachLeafOf(Dimensions(), *use.leaf, use.iterations, region, slice, work);
+        } else {
+            forEachLeaf(Dimensions(), region, slice, work);
+        }
+    }
+
     /// Gathers the leaves of a slice. Which leaves there are and how they are joined follows from the region alone.
     void reduceLeaves(Filter2dTag, access::Region const& region, Slice const& slice, Reduction& result);
     void reduceLeaves(Filter3dTag, access::Region const& region, Slice const& slice, Reduction& result);
@@ -81,6 +93,11 @@ protected:
     }
 
 private:
+    void forEachLeafOf(Filter2dTag, LeafShape const& shape, unsigned int iterations, access::Region const& region,
+                       Slice const& slice, LeafWork& work);
+    void forEachLeafOf(Filter3dTag, LeafShape const& shape, unsigned int iterations, access::Region const& region,
+                       Slice const& slice, LeafWork& work);
+
     template <class Work>
     void forEachPlan(Filter2dTag, access::Region const& region, unsigned int t, unsigned int s, Work& work)
     {

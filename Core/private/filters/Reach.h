@@ -5,6 +5,8 @@
 
 #include <Moxelcore/Core/access/Block.h>
 
+#include <optional>
+
 namespace mox::filters {
 
 /// How far a kernel reads beyond the voxel that it writes, on each side.
@@ -19,12 +21,23 @@ struct Reach {
     bool operator==(Reach const&) const = default;
 };
 
+/// Upper bounds for the sizes of the leaves of a parallel loop; in 2D a leaf has one plan.
+struct LeafShape {
+    unsigned int plans = 1;
+    unsigned int rows = 1;
+    unsigned int columns = 1;
+};
+
 /// How a kernel uses the voxels that it reads.
 struct Use {
     Reach reach;
     /// Whether the kernel never reads a row through the image once it may have written it, so that it needs no
     /// copies of rows when input and output are one image.
     bool readsAhead = false;
+    /// For kernels with leaves of their own; otherwise the scheduler chooses.
+    std::optional<LeafShape> leaf = std::nullopt;
+    /// Iterations of the run that one application of the kernel stands for.
+    unsigned int iterations = 1;
 };
 
 /// The voxels of a leaf that no other leaf reads. A neighbour before the leaf reads into it as far as the kernel

@@ -156,7 +156,7 @@ public:
     void run()
     {
         access::Sizes const sizes = output_->sizes();
-        announce(uint64{iterations_} * sizes.numOfVoxels());
+        announce(uint64{iterations_} * filters::useOf(kernel_).iterations * sizes.numOfVoxels());
         if (iterations_ == 0) {
             return;
         }
@@ -198,7 +198,7 @@ private:
 
         void run(access::Sizes const& sizes, filters::Slice const& slice)
         {
-            filter_.forEachLeaf(Dimensions(), sizes, slice, body_);
+            filter_.forEachLeaf(Dimensions(), sizes, slice, filters::useOf(filter_.kernel_), body_);
             if (std::is_same_v<Tag, OutputToOutput> && !filter_.isStopped()) {
                 context_.flush();
             }

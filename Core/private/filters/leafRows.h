@@ -26,6 +26,13 @@ struct Line {
     T right;
 };
 
+/// Ranges of columns, rows and plans; the ends are exclusive.
+struct Bounds {
+    int firstColumn, endColumn;
+    int firstRow, endRow;
+    int firstPlan, endPlan;
+};
+
 /// Where a neighbourhood kernel reads: rows relative to its leaf, in slots of its choice, extended beyond the image.
 template <class InputCache>
 class RowSource {
@@ -65,6 +72,15 @@ public:
         }
         Voxel const* const extended = row(slot, -1, y, z, width_ + 2);
         return {extended + 1, extended[0], extended[width_ + 1]};
+    }
+
+    /// The bounds of the image, relative to the leaf.
+    Bounds image() const
+    {
+        access::Sizes const& sizes = cache_.view().sizes();
+        auto const end = [](unsigned int size, int begin) { return static_cast<int>(size) - begin; };
+        return {-origin_.x, end(sizes.columns, origin_.x), -origin_.y, end(sizes.rows, origin_.y),
+                -origin_.z, end(sizes.plans, origin_.z)};
     }
 
     /// Room for that many voxels, which hold nothing in particular.

@@ -51,21 +51,22 @@ Block2d rootOfBands(access::Region const& region, Slice const& slice, unsigned i
     return rootOf(region, slice, rows, std::max(region.getNumOfColumns(), 1U));
 }
 
-void addToProgress(algorithms::AbstractPrivateImplementation& filter, access::Block const& leaf)
+void addToProgress(algorithms::AbstractPrivateImplementation& filter, access::Block const& leaf,
+                   unsigned int iterations = 1)
 {
-    filter.incrementProgress(uint64{leaf.getNumOfPlans()} * leaf.getNumOfColumns() * leaf.getNumOfRows());
+    filter.incrementProgress(uint64{iterations} * leaf.getNumOfPlans() * leaf.getNumOfColumns() * leaf.getNumOfRows());
 }
 
 template <class RootBlock, class Partitioner>
 void runOver(RootBlock const& root, LeafWork& work, algorithms::AbstractPrivateImplementation& filter,
-             tbb::task_group_context& group, Partitioner const& partitioner)
+             tbb::task_group_context& group, Partitioner const& partitioner, unsigned int iterations = 1)
 {
     if (root.empty()) {
         return;
     }
     auto const body = [&](RootBlock const& leaf) {
         work(leaf);
-        addToProgress(filter, leaf);
+        addToProgress(filter, leaf, iterations);
     };
     tbb::parallel_for(root, body, partitioner, group);
 }
@@ -179,6 +180,20 @@ void Filter::forEachLeaf(Filter3dTag, access::Region const& region, Slice const&
 {
     runOver(rootOf(region, slice, grainPlans, grainRows, grainColumns), work, *this, context_->group,
             tbb::auto_partitioner());
+}
+
+void Filter::forEachLeafOf(Filter2dTag, LeafShape const& shape, unsigned int iterations, access::Region const& region,
+                           Slice const& slice, LeafWork& work)
+{
+    runOver(rootOf(region, slice, shape.rows, shape.columns), work, *this, context_->group, tbb::simple_partitioner(),
+            iterations);
+}
+
+void Filter::forEachLeafOf(Filter3dTag, LeafShape const& shape, unsigned int iterations, access::Region const& region,
+                           Slice const& slice, LeafWork& work)
+{
+    runOver(rootOf(region, slice, shape.plans, shape.rows, shape.columns), work, *this, context_->group,
+            tbb::simple_partitioner(), iterations);
 }
 
 void Filter::reduceLeaves(Filter2dTag, access::Region const& region, Slice const& slice, Reduction& result)

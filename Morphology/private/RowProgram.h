@@ -1,0 +1,72 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "Morphology/private/neighborhoods.h"
+
+namespace mox::morphology {
+
+/// The rows of an earlier stage, seen at an offset.
+struct Tap {
+    unsigned int stage = 0;
+    kernel::Offset3D offset{0, 0, 0};
+
+    bool operator==(Tap const&) const = default;
+};
+
+/// Each voxel of a stage is the reduction of what its taps see from there, in their order.
+struct Stage {
+    std::vector<Tap> taps;
+    /// Whether a first operand that is NaN is passed over, as later ones always are. For pairs of taps.
+    bool passesOverNan = false;
+    /// Whether later stages read the value outside the image, where it is outside, rather than what the stage is there.
+    bool endsIteration = false;
+};
+
+/// A large element taken apart. Stage 0 is the image extended beyond its edges, each further stage reduces a few rows
+/// of stages before it, and the last one is the result.
+class RowProgram {
+public:
+    RowProgram()
+        : stages_(1)
+    {
+    }
+
+    /// Returns the number of the new stage.
+    unsigned int append(Stage stage)
+    {
+        stages_.push_back(std::move(stage));
+        return last();
+    }
+
+    std::span<Stage const> stages() const { return stages_; }
+    unsigned int last() const { return static_cast<unsigned int>(stages_.size()) - 1; }
+
+private:
+    std::vector<Stage> stages_;
+};
+
+/// Where a stage is needed for the result of one voxel, and how much of it is kept. A stage runs ahead of the result by
+/// as many rows and plans as it reaches behind it, so that one sweep over the rows of a leaf makes all stages: each
+/// reads what the ones before it made last.
+struct StageExtent {
+    OffsetBox around;
+    int rowsKept = 1;  ///< of one plan
+    int plansKept = 1; ///< where more than one, with all their rows
+};
+
+/// In the order of the stages.
+std::vector<StageExtent> extentsOf(RowProgram const& program);
+
+/// How many voxels of the stages are kept at once in a leaf.
+std::size_t keptVoxels(std::span<StageExtent const> extents, filters::LeafShape const& leaf);
+
+/// A leaf with which the kept rows of each program stay in the caches, if it can be; null where even with a small one
+/// they would take too much memory.
+std::optional<filters::LeafShape> leafFor(std::span<RowProgram const> programs, access::Sizes const& sizes,
+                                          std::size_t bytesOfVoxel);
+
+} // namespace mox::morphology

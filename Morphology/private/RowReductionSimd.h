@@ -1,0 +1,157 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+
+#include "Morphology/private/Lane.h"
+
+namespace mox::morphology {
+
+/// Reduces to each voxel of a row the voxels that the pointers see from there, in their order. The output is no row
+/// that is read: the last register of a row may be made twice.
+template <class Functor>
+class RowReductionSimd {
+public:
+    template <class T>
+    MOX_SSE41 static void row(T const* const* rows, std::size_t numOfRows, T* out, unsigned int count)
+    {
+        switch (numOfRows) {
+        case 2:
+            return reduceTo<2>(Few<T, 2>(rows), out, count);
+        case 3:
+            return reduceTo<2>(Few<T, 3>(rows), out, count);
+        case 4:
+            return reduceTo<2>(Few<T, 4>(rows), out, count);
+        case 5:
+            return reduceTo<2>(Few<T, 5>(rows), out, count);
+        default:
+            return reduceTo<4>(Many<T>{{rows, numOfRows}}, out, count);
+        }
+    }
+
+    /// Of two rows, the first of which is passed over where it is NaN.
+    template <class T>
+    MOX_SSE41 static void pairOverNan(T const* const* rows, T* out, unsigned int count)
+    {
+        reduceTo<2>(PairOverNan<T>{rows[0], rows[1]}, out, count);
+    }
+
+private:
+    template <class T>
+    MOX_SSE41 static __m128i keep(__m128i running, __m128i candidate)
+    {
+        return reduce<T>(Functor(), running, candidate);
+    }
+
+    /// A known number of rows, whose addresses stay in registers.
+    template <class T, std::size_t numOfRows>
+    struct Few {
+        T const* rows[numOfRows];
+
+        explicit Few(T const* const* all) { std::copy_n(all, numOfRows, rows); }
+
+        MOX_SSE41 __m128i at(unsigned int x) const
+        {
+            __m128i running = Lane<T>::load(rows[0] + x);
+#pragma GCC unroll 4
+            for (std::size_t k = 1; k < numOfRows; ++k) {
+                running = keep<T>(running, Lane<T>::load(rows[k] + x));
+            }
+            return running;
+        }
+
+        template <unsigned int n>
+        MOX_SSE41 void at(unsigned int x, __m128i (&running)[n]) const
+        {
+            for (unsigned int i = 0; i < n; ++i) {
+                running[i] = at(x + i * Lane<T>::size);
+            }
+        }
+
+        T voxel(unsigned int x) const
+        {
+            return Many<T>{rows}.voxel(x);
+        }
+    };
+
+    template <class T>
+    struct Many {
+        std::span<T const* const> rows;
+
+        template <unsigned int n>
+        MOX_SSE41 void at(unsigned int x, __m128i (&running)[n]) const
+        {
+            for (unsigned int i = 0; i < n; ++i) {
+                running[i] = Lane<T>::load(rows[0] + x + i * Lane<T>::size);
+            }
+            for (T const* const row : rows.subspan(1)) {
+                for (unsigned int i = 0; i < n; ++i) {
+                    running[i] = keep<T>(running[i], Lane<T>::load(row + x + i * Lane<T>::size));
+                }
+            }
+        }
+
+        T voxel(unsigned int x) const
+        {
+            T running = rows[0][x];
+            for (T const* const row : rows.subspan(1)) {
+                running = Functor()(running, row[x]);
+            }
+            return running;
+        }
+    };
+
+    template <class T>
+    struct PairOverNan {
+        T const* first;
+        T const* second;
+
+        template <unsigned int n>
+        MOX_SSE41 void at(unsigned int x, __m128i (&running)[n]) const
+        {
+            __m128i const worst = Lane<T>::splat(Functor::template worst<T>);
+            for (unsigned int i = 0; i < n; ++i) {
+                unsigned int const begin = x + i * Lane<T>::size;
+                running[i] = keep<T>(keep<T>(worst, Lane<T>::load(first + begin)), Lane<T>::load(second + begin));
+            }
+        }
+
+        T voxel(unsigned int x) const { return Functor()(Functor()(Functor::template worst<T>, first[x]), second[x]); }
+    };
+
+    /// n registers at a time.
+    template <unsigned int n, class Rows, class T>
+    MOX_SSE41 static void reduceTo(Rows const& rows, T* out, unsigned int count)
+    {
+        constexpr unsigned int size = Lane<T>::size;
+        unsigned int x = 0;
+        for (; x + n * size <= count; x += n * size) {
+            put<n>(rows, x, out);
+        }
+        for (; x + size <= count; x += size) {
+            put<1>(rows, x, out);
+        }
+        if (x == count) {
+            return;
+        }
+        if (count >= size) {
+            put<1>(rows, count - size, out);
+            return;
+        }
+        for (; x < count; ++x) {
+            out[x] = rows.voxel(x);
+        }
+    }
+
+    template <unsigned int n, class Rows, class T>
+    MOX_SSE41 static void put(Rows const& rows, unsigned int x, T* out)
+    {
+        __m128i running[n];
+        rows.at(x, running);
+        for (unsigned int i = 0; i < n; ++i) {
+            Lane<T>::store(out + x + i * Lane<T>::size, running[i]);
+        }
+    }
+};
+
+} // namespace mox::morphology

@@ -1,0 +1,178 @@
+#include "Morphology/private/chains.h"
+
+#include <algorithm>
+
+namespace mox::morphology {
+
+namespace {
+
+using kernel::Offset3D;
+
+constexpr Offset3D across{1, 0, 0};
+constexpr Offset3D down{0, 1, 0};
+constexpr Offset3D back{0, 0, 1};
+
+// Longer ones would read too far around a leaf.
+constexpr unsigned int mostInPlane = 32;
+constexpr unsigned int mostInSpace = 12;
+
+bool isSquare(Element const& element)
+{
+    return std::holds_alternative<SquareElement>(element);
+}
+bool isCross(Element const& element)
+{
+    return std::holds_alternative<access::Neighborhood2D_4Tag>(element);
+}
+bool isCube(Element const& element)
+{
+    return std::holds_alternative<CubeElement>(element);
+}
+
+/// 0 for elements that are not chained.
+unsigned int mostIterations(Element const& element)
+{
+    if (isSquare(element) || isCross(element)) {
+        return mostInPlane;
+    }
+    return isCube(element) ? mostInSpace : 0;
+}
+
+/// Elements that are chained, in the plane or in space.
+bool areChained(Element const& a, Element const& b)
+{
+    return mostIterations(a) != 0 && mostIterations(a) == mostIterations(b);
+}
+
+constexpr Offset3D times(Offset3D const& step, int n)
+{
+    return {n * step.column, n * step.row, n * step.plan};
+}
+
+/// Appends a stage whose taps see the last one at the given multiples of a step.
+void appendAlong(RowProgram& program, Offset3D const& step, std::initializer_list<int> multiples,
+                 bool endsIteration = false)
+{
+    Stage stage;
+    for (int const n : multiples) {
+        stage.taps.push_back({program.last(), times(step, n)});
+    }
+    stage.endsIteration = endsIteration;
+    program.append(std::move(stage));
+}
+
+/// The run of 2n + 1 voxels around the voxel. Each stage makes a run up to four times as long as the one before, the
+/// last one of runs that overlap.
+void appendRun(RowProgram& program, Offset3D const& step, unsigned int n)
+{
+    int const wanted = 2 * static_cast<int>(n) + 1;
+    int first = -static_cast<int>(n);
+    for (int length = 1; length < wanted; first = 0) {
+        int const count = std::min(4, (wanted + length - 1) / length);
+        int const next = std::min(4 * length, wanted);
+        Stage stage;
+        for (int i = 0; i + 1 < count; ++i) {
+            stage.taps.push_back({program.last(), times(step, first + i * length)});
+        }
+        stage.taps.push_back({program.last(), times(step, first + next - length)});
+        program.append(std::move(stage));
+        length = next;
+    }
+}
+
+void appendCross(RowProgram& program, bool endsIteration)
+{
+    Stage stage;
+    for (kernel::Offset2D const& offset : access::Neighborhood2D_4Tag::offsets) {
+        stage.taps.push_back({program.last(), kernel::inSpace(offset)});
+    }
+    stage.endsIteration = endsIteration;
+    program.append(std::move(stage));
+}
+
+/// A diamond of radius m at the four voxels k away is one of radius m + k, for k up to m.
+void appendDiamond(RowProgram& program, unsigned int n)
+{
+    appendCross(program, false);
+    for (int radius = 1; radius < static_cast<int>(n);) {
+        int const k = std::min(radius, static_cast<int>(n) - radius);
+        program.append({{{program.last(), {0, -k, 0}},
+                         {program.last(), {-k, 0, 0}},
+                         {program.last(), {k, 0, 0}},
+                         {program.last(), {0, k, 0}}}});
+        radius += k;
+    }
+}
+
+} // namespace
+
+std::vector<Chain> chainsOf(Steps const& steps)
+{
+    std::vector<Chain> chains;
+    for (Step const& step : steps) {
+        unsigned int const most = mostIterations(step.element);
+        if (most == 0) {
+            chains.push_back({{{step.element, 1, step.symmetry}}, step.iterations});
+            continue;
+        }
+        unsigned int const repetitions = step.iterations / most;
+        unsigned int const rest = step.iterations % most;
+        if (repetitions > 0) {
+            chains.push_back({{{step.element, most}}, repetitions});
+        }
+        if (rest == 0) {
+            continue;
+        }
+        bool const joins = repetitions == 0 && !chains.empty() && chains.back().repetitions == 1 &&
+                           areChained(chains.back().steps.back().element, step.element) &&
+                           numOfIterations(chains.back().steps) + rest <= most;
+        if (!joins) {
+            chains.emplace_back();
+        }
+        chains.back().steps.push_back({step.element, rest});
+    }
+    return chains;
+}
+
+bool isFoldable(Chain const& chain)
+{
+    return mostIterations(chain.steps.front().element) != 0 && numOfIterations(chain.steps) > 1;
+}
+
+RowProgram literalProgram(Steps const& steps)
+{
+    RowProgram program;
+    for (Step const& step : steps) {
+        for (unsigned int i = 0; i < step.iterations; ++i) {
+            if (isCross(step.element)) {
+                appendCross(program, true);
+                continue;
+            }
+            appendAlong(program, down, {-1, 0, 1});
+            appendAlong(program, across, {-1, 0, 1}, isSquare(step.element));
+            if (isCube(step.element)) {
+                appendAlong(program, back, {-1, 0, 1}, true);
+            }
+        }
+    }
+    return program;
+}
+
+RowProgram foldedProgram(Steps const& steps)
+{
+    RowProgram program;
+    for (Step const& step : steps) {
+        if (isCross(step.element)) {
+            appendDiamond(program, step.iterations);
+            continue;
+        }
+        appendRun(program, down, step.iterations);
+        appendRun(program, across, step.iterations);
+        if (isCube(step.element)) {
+            appendRun(program, back, step.iterations);
+        }
+    }
+    return program;
+}
+
+} // namespace mox::morphology

@@ -1,0 +1,165 @@
+#include "Morphology/private/chords.h"
+
+#include <bit>
+#include <map>
+
+namespace mox::morphology {
+
+namespace {
+
+using kernel::Offset3D;
+
+constexpr Offset3D plus(Offset3D const& offset, Offset3D const& step, int n)
+{
+    return {offset.column + n * step.column, offset.row + n * step.row, offset.plan + n * step.plan};
+}
+
+struct Chord {
+    Offset3D first;
+    unsigned int length;
+};
+
+std::vector<Chord> chordsAlong(Offset3D const& step, std::span<Offset3D const> offsets)
+{
+    std::vector<Chord> chords;
+    for (Offset3D const& offset : offsets) {
+        bool const continues =
+            !chords.empty() && offset == plus(chords.back().first, step, static_cast<int>(chords.back().length));
+        if (continues) {
+            ++chords.back().length;
+        } else {
+            chords.push_back({offset, 1});
+        }
+    }
+    return chords;
+}
+
+/// Makes runs along a step of any stage as they are asked for.
+class Runs {
+public:
+    Runs(RowProgram& program, Offset3D const& step)
+        : program_(program)
+        , step_(step)
+        , powers_{0}
+    {
+    }
+
+    /// Taps that together see a run from an offset on.
+    void appendTaps(std::vector<Tap>& taps, Chord const& chord)
+    {
+        unsigned int const power = floorLog2(chord.length);
+        unsigned int const rest = chord.length - (1U << power);
+        taps.push_back({runOfPower(power), chord.first});
+        if (rest > 0) {
+            taps.push_back({runOfPower(power), plus(chord.first, step_, static_cast<int>(rest))});
+        }
+    }
+
+    /// The same for a run that has a stage of its own, made when it is asked for first.
+    void appendShared(std::vector<Tap>& taps, Chord const& chord)
+    {
+        auto const [entry, isNew] = shared_.try_emplace(chord.length);
+        if (isNew) {
+            Stage stage;
+            appendTaps(stage.taps, {{0, 0, 0}, chord.length});
+            entry->second = program_.append(std::move(stage));
+        }
+        taps.push_back({entry->second, chord.first});
+    }
+
+private:
+    static unsigned int floorLog2(unsigned int length) { return static_cast<unsigned int>(std::bit_width(length)) - 1; }
+
+    unsigned int runOfPower(unsigned int power)
+    {
+        while (powers_.size() <= power) {
+            auto const half = static_cast<int>(1U << (powers_.size() - 1));
+            unsigned int const stage = powers_.back();
+            powers_.push_back(
+                program_.append({{{stage, {0, 0, 0}}, {stage, plus({0, 0, 0}, step_, half)}}, stage == 0}));
+        }
+        return powers_[power];
+    }
+
+    RowProgram& program_;
+    Offset3D step_;
+    std::vector<unsigned int> powers_;
+    std::map<unsigned int, unsigned int> shared_;
+};
+
+/// A stage of its own costs two reads and a write, and saves one of the two reads of each chord of its length.
+constexpr std::size_t usesThatPayForAStage = 4;
+
+RowProgram programAlong(Offset3D const& step, std::span<Offset3D const> offsets)
+{
+    std::vector<Chord> const chords = chordsAlong(step, offsets);
+    std::map<unsigned int, std::size_t> uses;
+    for (Chord const& chord : chords) {
+        ++uses[chord.length];
+    }
+    RowProgram program;
+    Runs runs(program, step);
+    Stage result;
+    if (chords.front().length > 1) {
+        result.taps.push_back({0, offsets.front()});
+    }
+    for (Chord const& chord : chords) {
+        if (!std::has_single_bit(chord.length) && uses[chord.length] >= usesThatPayForAStage) {
+            runs.appendShared(result.taps, chord);
+        } else {
+            runs.appendTaps(result.taps, chord);
+        }
+    }
+    program.append(std::move(result));
+    return program;
+}
+
+/// Reads and writes per voxel.
+std::size_t costOf(RowProgram const& program)
+{
+    std::size_t cost = 0;
+    for (Stage const& stage : program.stages()) {
+        cost += stage.taps.size() + 1;
+    }
+    return cost;
+}
+
+} // namespace
+
+RowProgram chordProgram(std::span<Offset3D const> offsets)
+{
+    RowProgram cheapest = programAlong({0, 0, 0}, offsets);
+    std::size_t leastCost = costOf(cheapest);
+    for (int plan = -1; plan <= 1; ++plan) {
+        for (int row = -1; row <= 1; ++row) {
+            for (int column = -1; column <= 1; ++column) {
+                Offset3D const step{column, row, plan};
+                if (chordsAlong(step, offsets).size() >= leastCost) {
+                    continue;
+                }
+                RowProgram program = programAlong(step, offsets);
+                std::size_t const cost = costOf(program);
+                if (cost < leastCost) {
+                    cheapest = std::move(program);
+                    leastCost = cost;
+                }
+            }
+        }
+    }
+    return cheapest;
+}
+
+std::optional<RowProgram> chordProgramOf(Element const& element)
+{
+    if (auto const* const inPlane = std::get_if<OffsetList2D>(&element)) {
+        OffsetList3D list;
+        for (kernel::Offset2D const& offset : *inPlane) {
+            list.push_back(kernel::inSpace(offset));
+        }
+        return chordProgram(list);
+    }
+    auto const* const inSpace = std::get_if<OffsetList3D>(&element);
+    return inSpace != nullptr ? std::optional(chordProgram(*inSpace)) : std::nullopt;
+}
+
+} // namespace mox::morphology
