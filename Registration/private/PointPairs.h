@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstddef>
+
+namespace mox::registration {
+
+/// Points, and where they should come to lie.
+template <class Point>
+struct PointPairs {
+    Point const* data;
+    Point const* model;
+    std::size_t count;
+};
+
+} // namespace mox::registration
