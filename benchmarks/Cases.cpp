@@ -1,5 +1,8 @@
 #include "benchmarks/Cases.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "testing/references/threshold.h"
 
 namespace mox::benchmarks {
@@ -36,13 +39,19 @@ std::string Case::name() const
     if (size.plans > 1) {
         text += 'x' + std::to_string(size.plans);
     }
+    for (auto const& [property, value] : properties) {
+        text.append("/").append(property).append("=").append(value);
+    }
+    if (level.has_value()) {
+        text += *level == OptimLevelType::SCALAR ? "/scalar" : "/sse";
+    }
     return text;
 }
 
 std::vector<Case> allCases()
 {
     std::vector<Case> cases = thresholdCases();
-    for (auto const& more : {labelingCases()}) {
+    for (auto const& more : {labelingCases(), morphologyCases(), pointOperationsCases()}) {
         cases.insert(cases.end(), more.begin(), more.end());
     }
     return cases;

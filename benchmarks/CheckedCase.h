@@ -3,6 +3,9 @@
 #include <Moxelcore/Core/BaseAlgorithm.h>
 #include <Moxelcore/Core/InMemoryImage.h>
 
+#include <memory>
+#include <vector>
+
 #include "benchmarks/Cases.h"
 
 namespace mox::benchmarks {
@@ -22,9 +25,11 @@ public:
 private:
     void prepare(Case const& row, Size const& size);
     void check(Case const& row);
+    std::vector<double> results();
 
     boost::shared_ptr<BaseAlgorithm> algorithm_;
-    memory::InMemoryImage input_;
+    std::vector<std::unique_ptr<memory::InMemoryImage>> inputs_;
+    bool hasOutputImage_ = false;
     memory::InMemoryImage output_;
     std::size_t numOfVoxels_ = 0;
     std::size_t numOfBytes_ = 0;

@@ -4,5 +4,6 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 build=${1:-build/release}
 
-git ls-files 'Core/src/*.cpp' 'Math/src/*.cpp' 'Segmentation/src/*.cpp' 'apps/*.cpp' |
-    xargs -P 2 -n 4 clang-tidy -p "$build" --quiet 2>/dev/null
+# The build's own warning options are g++'s, not all of which clang knows.
+git ls-files '*/src/*.cpp' 'apps/*.cpp' |
+    xargs -P 2 -n 4 clang-tidy -p "$build" --quiet --extra-arg=-Wno-unknown-warning-option 2>/dev/null

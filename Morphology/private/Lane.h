@@ -28,6 +28,9 @@ struct Lane {
     /// The rest of the register is zero.
     MOX_SSE41 static Register load(T const* voxels, unsigned int count)
     {
+        if (count == size) {
+            return load(voxels);
+        }
         T all[size] = {};
         std::copy_n(voxels, count, all);
         return load(all);
@@ -37,6 +40,10 @@ struct Lane {
 
     MOX_SSE41 static void store(T* voxels, Register r, unsigned int count)
     {
+        if (count == size) {
+            store(voxels, r);
+            return;
+        }
         T all[size];
         store(all, r);
         std::copy_n(all, count, voxels);

@@ -67,14 +67,14 @@ public:
         std::vector<T const*> pointers(offsets.size());
         for (int z = 0; z < static_cast<int>(leaf.getNumOfPlans()); ++z) {
             for (int y = 0; y < static_cast<int>(leaf.getNumOfRows()); ++y) {
+                if (target.isStopped()) {
+                    return;
+                }
                 rows.moveTo(y, z);
                 std::transform(offsets.begin(), offsets.end(), pointers.begin(), [&](auto const& offset) {
                     kernel::Offset3D const o = kernel::inSpace(offset);
                     return rows.at(o.row, o.plan) + o.column;
                 });
-                if (target.isStopped()) {
-                    return;
-                }
                 target.writeRow(y, z, [&](T* out) { reduce(pointers, out, columns, target); });
             }
         }

@@ -78,8 +78,7 @@ private:
     {
         using Arch = SimdVec::arch_scalar_tag;
         using Kernel = ApplyMorphoLutGeneric<T, Codes>;
-        ManyToManyImageFilter<TypeVector<T>, TypeVector<T>, Arch, Kernel, Dimensions, FilterWithReductionTag> filter(
-            passes_, kernel_);
+        ManyToManyImageFilter<TypeVector<T>, TypeVector<T>, Arch, Kernel, Dimensions> filter(passes_, kernel_);
         filter.addInput(fixedView<T, Arch>(from));
         filter.addOutput(fixedView<T, Arch>(to));
         filter.setRegion(sizes_);

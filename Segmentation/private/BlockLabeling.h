@@ -5,14 +5,14 @@
 #include <memory>
 
 #include "Core/private/access/RowCaches.h"
-#include "Core/private/filters/LeafReduction.h"
+#include "Core/private/filters/Reduction.h"
 #include "Core/private/filters/ThreadStore.h"
 #include "Segmentation/private/LabelNumbering.h"
 
 namespace mox::segmentation {
 
 /// The bands that a labeling has made so far, whatever the voxel type.
-class LabeledBlocks : public filters::LeafReduction {
+class LabeledBlocks : public filters::Reduction {
 public:
     /// From top to bottom.
     LabelNumbering::Bands takeBands()
@@ -20,9 +20,9 @@ public:
         return {std::make_move_iterator(bands_.begin()), std::make_move_iterator(bands_.end())};
     }
 
-    void join(LeafReduction& right) noexcept final
+    void join(Reduction& following) noexcept final
     {
-        bands_.splice(bands_.end(), static_cast<LabeledBlocks&>(right).bands_);
+        bands_.splice(bands_.end(), static_cast<LabeledBlocks&>(following).bands_);
     }
 
 protected:
@@ -45,7 +45,7 @@ public:
     {
     }
 
-    void operator()(access::Block const& leaf) override
+    void fold(access::Block const& leaf) override
     {
         filters::Borrowed<Scratch> const scratch(context_.store,
                                                  [this] { return std::make_unique<Scratch>(context_.input); });
@@ -58,7 +58,7 @@ public:
         band.label(scratch->labels);
     }
 
-    std::unique_ptr<LeafReduction> split() const override { return std::make_unique<BlockLabeling>(context_); }
+    std::unique_ptr<Reduction> fresh() const override { return std::make_unique<BlockLabeling>(context_); }
 
 private:
     struct Scratch final : filters::ThreadStore::Item {

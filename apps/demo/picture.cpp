@@ -16,22 +16,33 @@ namespace {
 
 constexpr unsigned int gap = 8;
 
+constexpr unsigned int colours = 3;
+
+/// The planes of all channels, one after the other.
 struct Plane {
     unsigned int columns;
     unsigned int rows;
+    unsigned int channels;
     std::vector<double> values;
 
-    double at(unsigned int x, unsigned int y) const { return values[std::size_t{y} * columns + x]; }
+    double at(unsigned int x, unsigned int y, unsigned int channel) const
+    {
+        return values[(std::size_t{channel} * rows + y) * columns + x];
+    }
 };
 
+/// In colours when there are three channels, else of the first channel.
 Plane middlePlan(mox::ImageModel const& image)
 {
-    Plane plane{image.getSize(mox::COLUMNS), image.getSize(mox::ROWS), {}};
+    unsigned int const channels = image.getSize(mox::SPECTRAL_SERIES) == colours ? colours : 1;
+    Plane plane{image.getSize(mox::COLUMNS), image.getSize(mox::ROWS), channels, {}};
     mox::dispatch(mox::RealVoxels(), image.getVoxelType(), [&]<class T>() {
         std::vector<T> row(plane.columns);
-        for (unsigned int y = 0; y < plane.rows; ++y) {
-            image.readRowAt(plane.columns, row.data(), 0, y, image.getSize(mox::PLANS) / 2, 0, 0);
-            plane.values.insert(plane.values.end(), row.begin(), row.end());
+        for (unsigned int channel = 0; channel < channels; ++channel) {
+            for (unsigned int y = 0; y < plane.rows; ++y) {
+                image.readRowAt(plane.columns, row.data(), 0, y, image.getSize(mox::PLANS) / 2, 0, channel);
+                plane.values.insert(plane.values.end(), row.begin(), row.end());
+            }
         }
     });
     return plane;
@@ -41,14 +52,16 @@ Plane middlePlan(mox::ImageModel const& image)
 Plane shrunk(Plane const& plane, unsigned int longest)
 {
     unsigned int const factor = (std::max(plane.columns, plane.rows) + longest - 1) / longest;
-    Plane result{plane.columns / factor, plane.rows / factor, {}};
-    for (unsigned int y = 0; y < result.rows; ++y) {
-        for (unsigned int x = 0; x < result.columns; ++x) {
-            double sum = 0;
-            for (unsigned int i = 0; i < factor * factor; ++i) {
-                sum += plane.at(x * factor + i % factor, y * factor + i / factor);
+    Plane result{plane.columns / factor, plane.rows / factor, plane.channels, {}};
+    for (unsigned int channel = 0; channel < result.channels; ++channel) {
+        for (unsigned int y = 0; y < result.rows; ++y) {
+            for (unsigned int x = 0; x < result.columns; ++x) {
+                double sum = 0;
+                for (unsigned int i = 0; i < factor * factor; ++i) {
+                    sum += plane.at(x * factor + i % factor, y * factor + i / factor, channel);
+                }
+                result.values.push_back(sum / (factor * factor));
             }
-            result.values.push_back(sum / (factor * factor));
         }
     }
     return result;
@@ -59,11 +72,14 @@ void paint(Plane const& plane, mox::ImageModel& picture, unsigned int left)
     auto const [low, high] = std::minmax_element(plane.values.begin(), plane.values.end());
     double const range = std::max(*high - *low, 1e-300);
     std::vector<unsigned char> row(plane.columns);
-    for (unsigned int y = 0; y < plane.rows; ++y) {
-        for (unsigned int x = 0; x < plane.columns; ++x) {
-            row[x] = static_cast<unsigned char>((plane.at(x, y) - *low) / range * 255);
+    for (unsigned int channel = 0; channel < picture.getSize(mox::SPECTRAL_SERIES); ++channel) {
+        for (unsigned int y = 0; y < plane.rows; ++y) {
+            for (unsigned int x = 0; x < plane.columns; ++x) {
+                double const value = plane.at(x, y, std::min(channel, plane.channels - 1));
+                row[x] = static_cast<unsigned char>((value - *low) / range * 255);
+            }
+            picture.writeRowAt(plane.columns, row.data(), left, y, 0, 0, channel);
         }
-        picture.writeRowAt(plane.columns, row.data(), left, y, 0, 0, 0);
     }
 }
 
@@ -72,16 +88,18 @@ void makePicture(std::vector<std::string> const& files, std::string const& path,
     std::vector<Plane> planes;
     unsigned int width = 0;
     unsigned int height = 0;
+    unsigned int channels = 1;
     for (std::string const& file : files) {
         planes.push_back(shrunk(middlePlan(*moxel::readImage(file, std::nullopt)), longest));
         width += planes.back().columns + gap;
         height = std::max(height, planes.back().rows);
+        channels = std::max(channels, planes.back().channels);
     }
     mox::memory::InMemoryImage picture;
-    picture.allocate(mox::MOX_UINT8, width - gap, height, 1, 1, 1);
+    picture.allocate(mox::MOX_UINT8, width - gap, height, 1, 1, channels);
     std::vector<unsigned char> const white(width - gap, 255);
-    for (unsigned int y = 0; y < height; ++y) {
-        picture.writeRowAt(width - gap, white.data(), 0, y, 0, 0, 0);
+    for (unsigned int i = 0; i < height * channels; ++i) {
+        picture.writeRowAt(width - gap, white.data(), 0, i % height, 0, 0, i / height);
     }
     unsigned int left = 0;
     for (Plane const& plane : planes) {

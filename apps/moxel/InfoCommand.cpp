@@ -2,10 +2,13 @@
 
 #include <Moxelcore/Core/InMemoryImage.h>
 
+#include <cmath>
 #include <ostream>
 
 #include "apps/moxel/Errors.h"
 #include "apps/moxel/ImageFile.h"
+#include "apps/moxel/Interrupt.h"
+#include "apps/moxel/Json.h"
 #include "apps/moxel/NumberText.h"
 #include "apps/moxel/Statistics.h"
 
@@ -15,20 +18,21 @@ namespace {
 
 struct Info {
     ImageHeader header;
-    std::unique_ptr<Statistics> statistics;
+    Statistics statistics;
 };
 
 Info readInfo(std::filesystem::path const& path, std::optional<mox::ImageDimension> pages)
 {
     auto const reader = openImage(path, pages);
-    Info info = {reader->header(), Statistics::create(reader->header().voxelType)};
+    Info info = {reader->header(), {}};
     ImageHeader page = info.header;
     page.sizes = {page.sizes[mox::COLUMNS], page.sizes[mox::ROWS], 1, 1, reader->channelsPerPage()};
     mox::memory::InMemoryImage image;
     page.applyTo(image);
     for (unsigned int i = 0; i < reader->numOfPages(); ++i) {
+        interrupt::check();
         reader->readPage(i, image, {});
-        info.statistics->add(image);
+        info.statistics.add(image);
     }
     return info;
 }
@@ -45,7 +49,9 @@ std::string listText(std::array<double, numOfDimensions> const& values)
 void printText(Info const& info, std::ostream& out)
 {
     ImageHeader const& header = info.header;
-    auto const text = [](std::optional<Number> const& number) { return number ? number->text : "none"; };
+    auto const text = [](std::optional<double> number) {
+        return !number ? "none" : std::isnan(*number) ? "nan" : numberText(*number);
+    };
     for (std::size_t i = 0; i < numOfDimensions; ++i) {
         out << mox::helper::getText(static_cast<mox::ImageDimension>(i)).c_str() << ": " << header.sizes[i] << '\n';
     }
@@ -55,16 +61,15 @@ void printText(Info const& info, std::ostream& out)
         << "origin: " << listText(header.origin) << '\n'
         << "unit: " << header.unit << '\n'
         << "description: " << header.description << '\n'
-        << "minimum: " << text(info.statistics->minimum()) << '\n'
-        << "maximum: " << text(info.statistics->maximum()) << '\n'
-        << "mean: " << text(info.statistics->mean()) << '\n'
-        << "not a number: " << info.statistics->numOfNaN() << '\n';
+        << "minimum: " << text(info.statistics.minimum()) << '\n'
+        << "maximum: " << text(info.statistics.maximum()) << '\n'
+        << "mean: " << text(info.statistics.mean()) << '\n';
 }
 
 Json jsonOf(Info const& info)
 {
     ImageHeader const& header = info.header;
-    auto const json = [](std::optional<Number> const& number) { return number ? number->json : Json(); };
+    auto const json = [](std::optional<double> number) { return number ? Json(*number) : Json(); };
     Json result;
     for (std::size_t i = 0; i < numOfDimensions; ++i) {
         result[dimensionKeys[i]] = header.sizes[i];
@@ -75,10 +80,9 @@ Json jsonOf(Info const& info)
     result["origin"] = header.origin;
     result["unit"] = header.unit;
     result["description"] = header.description;
-    result["minimum"] = json(info.statistics->minimum());
-    result["maximum"] = json(info.statistics->maximum());
-    result["mean"] = json(info.statistics->mean());
-    result["notANumber"] = info.statistics->numOfNaN();
+    result["minimum"] = json(info.statistics.minimum());
+    result["maximum"] = json(info.statistics.maximum());
+    result["mean"] = json(info.statistics.mean());
     return result;
 }
 

@@ -1,5 +1,6 @@
 #include "apps/moxel/PropertyKind.h"
 
+#include <Moxelcore/Classification/TextureClassificationModel.h>
 #include <Moxelcore/Core/ImageModel.h>
 #include <Moxelcore/Core/Property.h>
 #include <Moxelcore/Core/PropertyEnumeration.h>
@@ -7,11 +8,13 @@
 #include <Moxelcore/Morphology/PropertyMorphologicalLut.h>
 
 #include <algorithm>
+#include <cctype>
 #include <type_traits>
 #include <vector>
 
 #include "apps/moxel/Enumerators.h"
 #include "apps/moxel/ImageBinding.h"
+#include "apps/moxel/ModelBinding.h"
 #include "apps/moxel/ValueForm.h"
 
 namespace moxel {
@@ -144,6 +147,33 @@ PropertyKind image(decltype(PropertyKind::bind) bind)
             .bind = bind};
 }
 
+template <class T>
+PropertyKind model(decltype(PropertyKind::bind) bind)
+{
+    return {.isKindOf = isA<mox::Property<T>>,
+            .typeName = [](BaseProperty const&) { return std::string("classification model"); },
+            .isFile = true,
+            .bind = bind};
+}
+
+/// Whole numbers, texture features by name too.
+PropertyKind integers()
+{
+    using P = mox::Property<mox::Vector<int>>;
+    using Feature = mox::segmentation::TextureFeatureTypes;
+    PropertyKind kind = value<mox::Vector<int>>();
+    kind.bind = [](BaseProperty& property, std::string const& text, BindingOptions const&) {
+        mox::Vector<int> numbers;
+        for (std::string const& part : text.empty() ? std::vector<std::string>() : split(text, ',')) {
+            bool const isName = !part.empty() && std::isalpha(static_cast<unsigned char>(part.front())) != 0;
+            numbers.push_back(isName ? ValueForm<Feature>::parse(part) : ValueForm<int>::parse(part));
+        }
+        as<P>(property).set(numbers);
+        return PropertyKind::Binding();
+    };
+    return kind;
+}
+
 std::vector<PropertyKind> makeKinds()
 {
     return {enumeration(), // before the integer that it is
@@ -158,8 +188,11 @@ std::vector<PropertyKind> makeKinds()
             lookUpTable<mox::morphology::PropertyMorphologicalLut3D>(),
             image<mox::ImageModel const*>(bindInputImage),
             image<mox::ImageModel*>(bindOutputImage),
+            model<mox::classification::TextureClassificationModel const*>(bindInputModel),
+            model<mox::classification::TextureClassificationModel*>(bindChangedModel),
+            model<mox::classification::TextureClassificationModel**>(bindNewModel),
             value<mox::Vector<unsigned char>>(),
-            value<mox::Vector<int>>(),
+            integers(),
             value<mox::Vector<unsigned int>>(),
             value<mox::Vector<mox::int64>>(),
             value<mox::Vector<mox::uint64>>(),

@@ -122,11 +122,12 @@ BindingOptions& optionsOf(std::vector<RunValue>& values, std::string const& opti
     throw UsageError(option + ": no image " + quoted(name) + " is given that it could be for");
 }
 
-void requireDistinctOutputs(std::vector<RunValue> const& values)
+void requireDistinctOutputs(mox::BaseAlgorithm const& algorithm, std::vector<RunValue> const& values)
 {
     std::set<std::filesystem::path> paths;
+    auto const outputs = outputsOf(algorithm);
     for (RunValue const& value : values) {
-        bool const isOutput = dynamic_cast<mox::Property<mox::ImageModel*> const*>(value.property) != nullptr;
+        bool const isOutput = std::find(outputs.begin(), outputs.end(), value.property) != outputs.end();
         std::error_code ignored;
         if (isOutput && !paths.insert(std::filesystem::weakly_canonical(value.text, ignored)).second) {
             throw UsageError(quoted(value.text) + " is to take two results");
@@ -160,7 +161,7 @@ std::vector<RunValue> readRunValues(mox::BaseAlgorithm const& algorithm, RunOpti
     for (std::string const& name : options.coloured) {
         optionsOf<mox::ImageModel*>(values, "--colours", name).inColours = true;
     }
-    requireDistinctOutputs(values);
+    requireDistinctOutputs(algorithm, values);
     return values;
 }
 

@@ -2,34 +2,32 @@
 
 #include <Moxelcore/Core/ImageModel.h>
 
-#include <memory>
 #include <optional>
-#include <string>
-
-#include "apps/moxel/Json.h"
 
 namespace moxel {
 
-/// A number with its two forms.
-struct Number {
-    std::string text;
-    Json json;
-};
-
-/// Minimum, maximum and mean of voxels, gathered row by row. A voxel that is not a number counts for none of them
-/// and is counted by itself; without any other there is nothing to tell.
+/// Minimum, maximum and mean over the pages of a file, as `IntensityExtrema` finds them for each.
 class Statistics {
 public:
-    /// Null for voxels of another than the ten real types.
-    static std::unique_ptr<Statistics> create(mox::VoxelTypes voxelType);
+    /// Takes in all voxels of a page of one of the ten real types.
+    void add(mox::ImageModel const& page);
 
-    virtual ~Statistics() = default;
-    /// Takes in all voxels of an image of that type.
-    virtual void add(mox::ImageModel const& image) = 0;
-    virtual std::optional<Number> minimum() const = 0;
-    virtual std::optional<Number> maximum() const = 0;
-    virtual std::optional<Number> mean() const = 0;
-    virtual unsigned long long numOfNaN() const = 0;
+    /// None while no voxel is a number.
+    std::optional<double> minimum() const { return tell(minimum_); }
+    std::optional<double> maximum() const { return tell(maximum_); }
+    /// NaN when a voxel is; none without voxels.
+    std::optional<double> mean() const;
+
+private:
+    std::optional<double> tell(double extremum) const
+    {
+        return minimum_ <= maximum_ ? std::optional(extremum) : std::nullopt;
+    }
+
+    double minimum_ = 0;
+    double maximum_ = -1;
+    double sum_ = 0;
+    double numOfVoxels_ = 0;
 };
 
 } // namespace moxel

@@ -20,8 +20,9 @@ namespace {
 fs::path resolved(fs::path const& path)
 {
     std::error_code error;
-    fs::path const result = fs::weakly_canonical(path, error);
-    return error ? fs::absolute(path) : result;
+    fs::path const absolute = fs::absolute(path); // the bare name of a file that is not there would stay bare
+    fs::path const result = fs::weakly_canonical(absolute, error);
+    return error ? absolute : result;
 }
 
 /// Creates a file under a name that none had.

@@ -4,15 +4,38 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 
 namespace mox::benchmarks {
 void compareDecimation();
 void compareLabeling();
+void compareLists();
+void comparePointOperations();
+void compareSmallElements();
+void compareVolumes();
 void compareThreshold();
 } // namespace mox::benchmarks
 
-/// The same work by this library, by OpenCV and by a bare loop, in one process on the same number of threads.
+namespace {
+
+struct Group {
+    char const* name;
+    void (*compare)();
+};
+
+constexpr Group groups[] = {{"Threshold", mox::benchmarks::compareThreshold},
+                            {"Labeling", mox::benchmarks::compareLabeling},
+                            {"Decimation", mox::benchmarks::compareDecimation},
+                            {"PointOperations", mox::benchmarks::comparePointOperations},
+                            {"SmallElements", mox::benchmarks::compareSmallElements},
+                            {"Lists", mox::benchmarks::compareLists},
+                            {"Volumes", mox::benchmarks::compareVolumes}};
+
+} // namespace
+
+/// The same work by this library, by OpenCV and by a bare loop, in one process on the same number of threads:
+/// moxelcore_peers [threads [group]]
 int main(int argc, char** argv)
 {
     int const threads = argc > 1 ? std::atoi(argv[1]) : 2;
@@ -21,8 +44,10 @@ int main(int argc, char** argv)
     std::printf("OpenCV %s, %d threads. The ratio is how many times as long as ours the contestant takes.\n\n",
                 CV_VERSION, threads);
     std::printf("| work | contestant | Mvoxel/s | ratio |\n|---|---|---|---|\n");
-    mox::benchmarks::compareThreshold();
-    mox::benchmarks::compareLabeling();
-    mox::benchmarks::compareDecimation();
+    for (Group const& group : groups) {
+        if (argc < 3 || std::strcmp(argv[2], group.name) == 0) {
+            group.compare();
+        }
+    }
     return 0;
 }

@@ -39,6 +39,17 @@ TEST(TemporaryFile, ReplacesWhatWasThere)
     EXPECT_EQ(fs::status(folder / "a.tif").permissions(), fs::perms::owner_read | fs::perms::owner_write);
 }
 
+TEST(TemporaryFile, TakesABareNameInTheCurrentFolder)
+{
+    Folder const folder;
+    fs::path const before = fs::current_path();
+    fs::current_path(folder / "");
+    EXPECT_NO_THROW(requireWritable("a.tif"));
+    TemporaryFile("a.tif").publish();
+    fs::current_path(before);
+    EXPECT_THAT(folder.names(), ElementsAre("a.tif"));
+}
+
 TEST(TemporaryFile, LeavesALinkWhereItIs)
 {
     Folder const folder;

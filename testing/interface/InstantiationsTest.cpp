@@ -120,6 +120,28 @@ TEST(Instantiations, holdTheEnumerationProperty)
     EXPECT_EQ(property.get(), 3);
 }
 
+template <class P, class Lut>
+void expectTableProperty()
+{
+    P property;
+    P copy(property);
+    copy = property;
+    Lut lut;
+    copy = &lut;
+    BaseProperty& base = property;
+    EXPECT_EQ(dynamic_cast<P*>(&base), &property);
+    EXPECT_EQ(dynamic_cast<Property<Lut*>*>(&base), &property);
+    EXPECT_EQ(property.get(), &lut);
+}
+
+TEST(Instantiations, holdThePropertiesOfLookUpTables)
+{
+    using namespace morphology;
+    expectProperties<MorphologicalLut2D*, MorphologicalLut3D*>();
+    expectTableProperty<PropertyMorphologicalLut2D, MorphologicalLut2D>();
+    expectTableProperty<PropertyMorphologicalLut3D, MorphologicalLut3D>();
+}
+
 } // namespace
 
 } // namespace mox::testing

@@ -3,6 +3,11 @@
 /// All that an application may include. The splittable blocks and the profiler, which need oneTBB's headers, are
 /// left out: include <Moxelcore/Core/access/Profiler.h> for them.
 
+#include <Moxelcore/Classification/ApplyClassification.h>
+#include <Moxelcore/Classification/CreateTextureClassification2D.h>
+#include <Moxelcore/Classification/ReadTextureClassificationModel.h>
+#include <Moxelcore/Classification/TextureClassificationModel.h>
+#include <Moxelcore/Classification/TextureTraining2D.h>
 #include <Moxelcore/Core/AbstractPrivateImplementation.h>
 #include <Moxelcore/Core/AlgoBorderInfluence.h>
 #include <Moxelcore/Core/AlgoInfo.h>
@@ -38,5 +43,17 @@
 #include <Moxelcore/Morphology/Line3DMorphology.h>
 #include <Moxelcore/Morphology/Neighborhood2DMorphology.h>
 #include <Moxelcore/Morphology/Neighborhood3DMorphology.h>
+#include <Moxelcore/PointOperations/Anamorphosis.h>
+#include <Moxelcore/PointOperations/ArithmeticImageProcessing.h>
+#include <Moxelcore/PointOperations/ArithmeticValueProcessing.h>
+#include <Moxelcore/PointOperations/BitShift.h>
+#include <Moxelcore/PointOperations/GradientMagnitude3D.h>
+#include <Moxelcore/PointOperations/InvertImage.h>
+#include <Moxelcore/PointOperations/LogicalImageProcessing.h>
+#include <Moxelcore/PointOperations/LogicalNotProcessing.h>
+#include <Moxelcore/PointOperations/LogicalValueProcessing.h>
+#include <Moxelcore/PointOperations/MaskImageProcessing.h>
+#include <Moxelcore/Segmentation/IntensityExtrema.h>
 #include <Moxelcore/Segmentation/Labeling.h>
+#include <Moxelcore/Segmentation/TextureFeatureExtraction2D.h>
 #include <Moxelcore/Segmentation/Threshold.h>

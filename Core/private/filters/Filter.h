@@ -5,15 +5,14 @@
 #include <memory>
 
 #include "Core/private/access/Region.h"
-#include "Core/private/filters/LeafReduction.h"
+#include "Core/private/filters/LeafWork.h"
+#include "Core/private/filters/Reduction.h"
 
 namespace mox {
 
 /// Whether an image is a sequence of independent planes or of volumes.
 struct Filter2dTag {};
 struct Filter3dTag {};
-struct FilterWithoutReductionTag {};
-struct FilterWithReductionTag {};
 
 namespace filters {
 
@@ -51,14 +50,13 @@ protected:
     void forEachLeaf(Filter2dTag, access::Region const& region, Slice const& slice, LeafWork& work);
     void forEachLeaf(Filter3dTag, access::Region const& region, Slice const& slice, LeafWork& work);
 
-    /// The same with a value gathered in `work`. How leaves are grouped depends on the threads.
-    void reduceLeaves(Filter2dTag, access::Region const& region, Slice const& slice, LeafReduction& work);
-    void reduceLeaves(Filter3dTag, access::Region const& region, Slice const& slice, LeafReduction& work);
+    /// Gathers the leaves of a slice. Which leaves there are and how they are joined follows from the region alone.
+    void reduceLeaves(Filter2dTag, access::Region const& region, Slice const& slice, Reduction& result);
+    void reduceLeaves(Filter3dTag, access::Region const& region, Slice const& slice, Reduction& result);
 
-    /// The same in the plane over bands, leaves as wide as the region and at most `rows` high. The bands and their
-    /// grouping do not depend on the threads.
+    /// Both in the plane over bands, leaves as wide as the region and at most `rows` high, always the same ones.
     void forEachBand(access::Region const& region, Slice const& slice, unsigned int rows, LeafWork& work);
-    void reduceBands(access::Region const& region, Slice const& slice, unsigned int rows, LeafReduction& work);
+    void reduceBands(access::Region const& region, Slice const& slice, unsigned int rows, Reduction& result);
 
     /// Calls `work` for each slice, one after the other, until the run is stopped; the time index is outermost.
     template <class Dimensions, class Work>

@@ -116,7 +116,7 @@ private:
 /// The same with a value of the kernel's: `Kernel::Value` is nothing gathered when default-constructed, and has
 /// `join(Value const&)`, which must not throw.
 template <class Kernel, class Context>
-class TbbBodyManyToManyImageWithReduction final : public filters::LeafReduction {
+class TbbBodyManyToManyImageWithReduction final : public filters::Reduction {
 public:
     TbbBodyManyToManyImageWithReduction(Kernel const& kernel, Context& context)
         : kernel_(kernel)
@@ -124,16 +124,16 @@ public:
     {
     }
 
-    void operator()(access::Block const& leaf) override { context_.apply(kernel_, leaf, value_); }
+    void fold(access::Block const& leaf) override { context_.apply(kernel_, leaf, value_); }
 
-    std::unique_ptr<LeafReduction> split() const override
+    std::unique_ptr<Reduction> fresh() const override
     {
         return std::make_unique<TbbBodyManyToManyImageWithReduction>(kernel_, context_);
     }
 
-    void join(LeafReduction& right) noexcept override
+    void join(Reduction& following) noexcept override
     {
-        value_.join(static_cast<TbbBodyManyToManyImageWithReduction const&>(right).value_);
+        value_.join(static_cast<TbbBodyManyToManyImageWithReduction const&>(following).value_);
     }
 
     typename Kernel::Value& value() { return value_; }
@@ -148,9 +148,9 @@ private:
 /// They may be of other sizes; what is split into leaves is a region that the runner gives. An output must not be an
 /// input too.
 ///
-/// A kernel is called as `kernel(leaf, source..., target...)`, with reduction `kernel(leaf, source..., target...,
-/// value)`.
-template <class InputTypes, class OutputTypes, class Arch, class Kernel, class Dimensions, class Reduction>
+/// A kernel is called as `kernel(leaf, source..., target...)`, one that has a `Value` to gather as `kernel(leaf,
+/// source..., target..., value)`.
+template <class InputTypes, class OutputTypes, class Arch, class Kernel, class Dimensions>
 class ManyToManyImageFilter : public filters::Filter {
 public:
     ManyToManyImageFilter(BaseAlgorithm* owner, Kernel const& kernel)
@@ -173,13 +173,13 @@ public:
     void addOutput(boost::any view) { outputs_.push_back(std::move(view)); }
     void setRegion(access::Region const& region) { region_ = region; }
 
-    /// Returns what the kernel gathered; nothing without reduction.
+    /// Returns the value, if the kernel gathers one.
     auto run()
     {
         announce(region_.numOfVoxels());
         using RunContext = ManyToManyImageContext<InputTypes, OutputTypes, Arch>;
         RunContext context(inputs_, outputs_, this);
-        if constexpr (std::is_same_v<Reduction, FilterWithReductionTag>) {
+        if constexpr (requires { typename Kernel::Value; }) {
             TbbBodyManyToManyImageWithReduction<Kernel, RunContext> body(kernel_, context);
             forEachSliceBySpectrum(Dimensions(), region_, [&](filters::Slice const& slice) {
                 reduceLeaves(Dimensions(), region_, slice, body);
@@ -201,24 +201,23 @@ private:
 };
 
 template <class InputTypes, class OutputTypes, class Arch, class Kernel>
-using ManyToManyImageFilter2d =
-    ManyToManyImageFilter<InputTypes, OutputTypes, Arch, Kernel, Filter2dTag, FilterWithoutReductionTag>;
+using ManyToManyImageFilter2d = ManyToManyImageFilter<InputTypes, OutputTypes, Arch, Kernel, Filter2dTag>;
 template <class InputTypes, class OutputTypes, class Arch, class Kernel>
-using ManyToManyImageFilter3d =
-    ManyToManyImageFilter<InputTypes, OutputTypes, Arch, Kernel, Filter3dTag, FilterWithoutReductionTag>;
-template <class InputTypes, class OutputTypes, class Arch, class Kernel>
-using ManyToManyImageFilter2dWithReduction =
-    ManyToManyImageFilter<InputTypes, OutputTypes, Arch, Kernel, Filter2dTag, FilterWithReductionTag>;
-template <class InputTypes, class OutputTypes, class Arch, class Kernel>
-using ManyToManyImageFilter3dWithReduction =
-    ManyToManyImageFilter<InputTypes, OutputTypes, Arch, Kernel, Filter3dTag, FilterWithReductionTag>;
+using ManyToManyImageFilter3d = ManyToManyImageFilter<InputTypes, OutputTypes, Arch, Kernel, Filter3dTag>;
 
-/// One input and one output of the same sizes, with a neighbourhood kernel that gathers a value.
+/// With a kernel that gathers a value.
+template <class InputTypes, class OutputTypes, class Arch, class Kernel>
+    requires requires
+    {
+        typename Kernel::Value;
+    }
+using ManyToManyImageFilter2dWithReduction = ManyToManyImageFilter2d<InputTypes, OutputTypes, Arch, Kernel>;
+
+/// The same with one input and one output of the same sizes.
 template <class In, class Out, class Arch, class Kernel>
 using ImageToImageFilter2dWithReduction =
     ManyToManyImageFilter2dWithReduction<TypeVector<In>, TypeVector<Out>, Arch, Kernel>;
 template <class In, class Out, class Arch, class Kernel>
-using ImageToImageFilter3dWithReduction =
-    ManyToManyImageFilter3dWithReduction<TypeVector<In>, TypeVector<Out>, Arch, Kernel>;
+using ImageToImageFilter3dWithReduction = ManyToManyImageFilter3d<TypeVector<In>, TypeVector<Out>, Arch, Kernel>;
 
 } // namespace mox

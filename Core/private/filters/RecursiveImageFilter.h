@@ -79,8 +79,8 @@ public:
     /// Writes what was held back. To be called on one thread, after the parallel loop.
     void flush()
     {
-        for (auto const& item : store_.takeAll()) {
-            static_cast<Caches&>(*item).output.flushQueue();
+        for (auto* const item : store_.all()) {
+            static_cast<Caches*>(item)->output.flushQueue();
         }
     }
 
@@ -157,14 +157,25 @@ public:
     {
         access::Sizes const sizes = output_->sizes();
         announce(uint64{iterations_} * sizes.numOfVoxels());
+        if (iterations_ == 0) {
+            return;
+        }
         memory::InMemoryImage temporaryImage;
         boost::shared_ptr<OutputView> temporary;
         if (usesTemporaryImage(sizes)) {
             access::allocate(temporaryImage, output_->voxelType(), sizes);
             temporary = boost::make_shared<OutputView>(temporaryImage, output_->border());
         }
-        forEachSlice(Dimensions(), sizes,
-                     [&](filters::Slice const& slice) { runSlice(sizes, slice, temporary.get()); });
+        // What reads its own output reads voxels of the output's type.
+        if constexpr (std::is_same_v<In, Out>) {
+            if (iterations_ > 1 || input_->isOnSameImage(*output_)) {
+                iterate(sizes, temporary != nullptr ? *temporary : *output_);
+                return;
+            }
+        }
+        assert(iterations_ == 1);
+        Phase<InputToOutput, InputView> phase(*this, *input_, *output_);
+        forEachSlice(Dimensions(), sizes, [&](filters::Slice const& slice) { phase.run(sizes, slice); });
     }
 
 private:
@@ -175,46 +186,56 @@ private:
         return iterations_ > 1 && limit > 0 && sizes.numOfVoxels() < static_cast<uint64>(limit) << 20U;
     }
 
-    void runSlice(access::Sizes const& sizes, filters::Slice const& slice, OutputView const* temporary)
-    {
-        bool intoTemporary = temporary != nullptr && iterations_ % 2 == 0; // so that the last goes to the output
-        for (unsigned int i = 0; i < iterations_ && !isStopped(); ++i) {
-            OutputView const& target = intoTemporary ? *temporary : *output_;
-            if (i == 0) {
-                runFirst(sizes, slice, target);
-            } else {
-                OutputView const& writtenLast = temporary == nullptr || intoTemporary ? *output_ : *temporary;
-                runPhase<OutputToOutput>(sizes, slice, writtenLast, target);
-            }
-            intoTemporary = temporary != nullptr && !intoTemporary;
+    template <class Tag, class SourceView>
+    class Phase {
+    public:
+        Phase(RecursiveImageFilter& filter, SourceView const& source, OutputView const& target)
+            : filter_(filter)
+            , context_(source, target, filters::useOf(filter.kernel_), &filter)
+            , body_(filter.kernel_, context_)
+        {
         }
-    }
 
-    void runFirst(access::Sizes const& sizes, filters::Slice const& slice, OutputView const& target)
+        void run(access::Sizes const& sizes, filters::Slice const& slice)
+        {
+            filter_.forEachLeaf(Dimensions(), sizes, slice, body_);
+            if (std::is_same_v<Tag, OutputToOutput> && !filter_.isStopped()) {
+                context_.flush();
+            }
+        }
+
+    private:
+        using Context = RecursiveImageContext<typename SourceView::Voxel, Out, Arch, Tag>;
+
+        RecursiveImageFilter& filter_;
+        Context context_;
+        TbbBodyRecursiveImage<Kernel, Context> body_;
+    };
+
+    /// With an image that takes turns with the output, or is the output.
+    void iterate(access::Sizes const& sizes, OutputView const& other)
     {
         if (input_->isOnSameImage(*output_)) {
-            runPhase<OutputToOutput>(sizes, slice, *input_, target);
+            iterateFrom<OutputToOutput>(sizes, other);
         } else {
-            runPhase<InputToOutput>(sizes, slice, *input_, target);
+            iterateFrom<InputToOutput>(sizes, other);
         }
     }
 
-    template <class Phase, class SourceView>
-    void runPhase(access::Sizes const& sizes, filters::Slice const& slice, SourceView const& source,
-                  OutputView const& target)
+    template <class FirstTag>
+    void iterateFrom(access::Sizes const& sizes, OutputView const& other)
     {
-        // What reads its own output reads voxels of the output's type.
-        if constexpr (std::is_same_v<Phase, InputToOutput> || std::is_same_v<In, Out>) {
-            using PhaseContext = RecursiveImageContext<typename SourceView::Voxel, Out, Arch, Phase>;
-            PhaseContext context(source, target, filters::useOf(kernel_), this);
-            TbbBodyRecursiveImage<Kernel, PhaseContext> body(kernel_, context);
-            forEachLeaf(Dimensions(), sizes, slice, body);
-            if (std::is_same_v<Phase, OutputToOutput> && !isStopped()) {
-                context.flush();
+        bool const takesTurns = &other != output_.get();
+        auto const writesOutput = [&](unsigned int i) { return !takesTurns || (iterations_ - i) % 2 == 1; };
+        Phase<FirstTag, InputView> first(*this, *input_, writesOutput(0) ? *output_ : other);
+        Phase<OutputToOutput, OutputView> toOutput(*this, other, *output_);
+        Phase<OutputToOutput, OutputView> toOther(*this, *output_, other);
+        forEachSlice(Dimensions(), sizes, [&](filters::Slice const& slice) {
+            first.run(sizes, slice);
+            for (unsigned int i = 1; i < iterations_ && !isStopped(); ++i) {
+                (writesOutput(i) ? toOutput : toOther).run(sizes, slice);
             }
-        } else {
-            assert(false);
-        }
+        });
     }
 
     Kernel const& kernel_;

@@ -23,8 +23,8 @@ public:
     std::unique_ptr<Item> take();
     void putBack(std::unique_ptr<Item> item) noexcept;
 
-    /// All objects, taken out. To be called when no leaf runs.
-    std::vector<std::unique_ptr<Item>> takeAll();
+    /// All objects that have been put back. To be called when no leaf runs.
+    std::vector<Item*> all() const;
 
 private:
     struct PerThread;

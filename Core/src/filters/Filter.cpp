@@ -8,6 +8,7 @@
 #include <tbb/task_group.h>
 
 #include <algorithm>
+#include <memory>
 
 namespace mox::filters {
 
@@ -25,100 +26,110 @@ constexpr unsigned int grainPlans = 10;
 constexpr unsigned int grainRows = 10;
 constexpr unsigned int grainColumns = 1024;
 
-Block2d rootOf(Filter2dTag, access::Region const& region, Slice const& slice)
+/// The root of a loop over blocks of those grains.
+Block2d rootOf(access::Region const& region, Slice const& slice, unsigned int rows, unsigned int columns)
 {
-    return {{region.getEndRow(), region.getBeginRow(), grainRows},
-            {region.getEndColumn(), region.getBeginColumn(), grainColumns},
+    return {{region.getEndRow(), region.getBeginRow(), rows},
+            {region.getEndColumn(), region.getBeginColumn(), columns},
             slice.plan,
             slice.timeSeries,
             slice.spectralSeries};
 }
 
-Block3d rootOf(Filter3dTag, access::Region const& region, Slice const& slice)
+Block3d rootOf(access::Region const& region, Slice const& slice, unsigned int plans, unsigned int rows,
+               unsigned int columns)
 {
-    return {{region.getEndPlan(), region.getBeginPlan(), grainPlans},
-            {region.getEndRow(), region.getBeginRow(), grainRows},
-            {region.getEndColumn(), region.getBeginColumn(), grainColumns},
+    return {{region.getEndPlan(), region.getBeginPlan(), plans},
+            {region.getEndRow(), region.getBeginRow(), rows},
+            {region.getEndColumn(), region.getBeginColumn(), columns},
             slice.timeSeries,
             slice.spectralSeries};
 }
 
 Block2d rootOfBands(access::Region const& region, Slice const& slice, unsigned int rows)
 {
-    unsigned int const wholeWidth = std::max(region.getNumOfColumns(), 1U);
-    return {{region.getEndRow(), region.getBeginRow(), rows},
-            {region.getEndColumn(), region.getBeginColumn(), wholeWidth},
-            slice.plan,
-            slice.timeSeries,
-            slice.spectralSeries};
+    return rootOf(region, slice, rows, std::max(region.getNumOfColumns(), 1U));
 }
 
-/// Does the work on a leaf and counts its voxels.
-void runLeaf(access::Block const& leaf, LeafWork& work, algorithms::AbstractPrivateImplementation& filter)
+void addToProgress(algorithms::AbstractPrivateImplementation& filter, access::Block const& leaf)
 {
-    work(leaf);
     filter.incrementProgress(uint64{leaf.getNumOfPlans()} * leaf.getNumOfColumns() * leaf.getNumOfRows());
 }
 
-template <class RootBlock, class Partitioner = tbb::auto_partitioner>
+template <class RootBlock, class Partitioner>
 void runOver(RootBlock const& root, LeafWork& work, algorithms::AbstractPrivateImplementation& filter,
-             tbb::task_group_context& group, Partitioner const& partitioner = {})
+             tbb::task_group_context& group, Partitioner const& partitioner)
 {
     if (root.empty()) {
         return;
     }
-    auto const body = [&](RootBlock const& leaf) { runLeaf(leaf, work, filter); };
+    auto const body = [&](RootBlock const& leaf) {
+        work(leaf);
+        addToProgress(filter, leaf);
+    };
     tbb::parallel_for(root, body, partitioner, group);
 }
 
-/// A body in the sense of oneTBB. The root body works with what the caller gave, whose value is asked for. A split
-/// one makes work of its own with its first leaf: a constructor that fails in the middle of a split would leak.
+/// Voxels of a leaf of a reduction: enough to outweigh a task and a join.
+constexpr unsigned int reducedAtOnce = 1U << 16U;
+
+/// As many of a dimension as `reducedAtOnce` allows beside the dimensions within.
+unsigned int reductionGrain(uint64 voxelsOfOne)
+{
+    return static_cast<unsigned int>(std::max<uint64>(1, reducedAtOnce / std::max<uint64>(1, voxelsOfOne)));
+}
+
+/// A reduction in the form that oneTBB splits and joins. A split one makes its result with its first leaf: the
+/// scheduler is in no state to see a split fail.
 class ReductionBody {
 public:
-    ReductionBody(LeafReduction& work, algorithms::AbstractPrivateImplementation& filter)
-        : root_(work)
-        , work_(&work)
-        , filter_(filter)
+    explicit ReductionBody(Reduction& whole, algorithms::AbstractPrivateImplementation& filter)
+        : filter_(filter)
+        , whole_(whole)
+        , result_(&whole)
     {
     }
+
     ReductionBody(ReductionBody& other, tbb::split)
-        : root_(other.root_)
-        , filter_(other.filter_)
+        : filter_(other.filter_)
+        , whole_(other.whole_)
     {
     }
 
-    void operator()(access::Block const& leaf)
+    template <class LeafBlock>
+    void operator()(LeafBlock const& leaf)
     {
-        if (work_ == nullptr) {
-            owned_ = root_.split();
-            work_ = owned_.get();
+        if (result_ == nullptr) {
+            own_ = whole_.fresh();
+            result_ = own_.get();
         }
-        runLeaf(leaf, *work_, filter_);
+        result_->fold(leaf);
+        addToProgress(filter_, leaf);
     }
 
-    void join(ReductionBody& right) noexcept
+    void join(ReductionBody& following) noexcept
     {
-        if (work_ != nullptr && right.work_ != nullptr) { // one is missing only where the loop was stopped
-            work_->join(*right.work_);
+        if (result_ != nullptr && following.result_ != nullptr) { // one is missing only where the loop was stopped
+            result_->join(*following.result_);
         }
     }
 
 private:
-    LeafReduction& root_;
-    std::unique_ptr<LeafReduction> owned_;
-    LeafReduction* work_ = nullptr;
     algorithms::AbstractPrivateImplementation& filter_;
+    Reduction& whole_;
+    std::unique_ptr<Reduction> own_;
+    Reduction* result_ = nullptr;
 };
 
 template <class RootBlock>
-void reduceOver(RootBlock const& root, LeafReduction& work, algorithms::AbstractPrivateImplementation& filter,
+void reduceOver(RootBlock const& root, Reduction& result, algorithms::AbstractPrivateImplementation& filter,
                 tbb::task_group_context& group)
 {
     if (root.empty()) {
         return;
     }
-    ReductionBody body(work, filter);
-    tbb::parallel_reduce(root, body, tbb::auto_partitioner(), group);
+    ReductionBody body(result, filter);
+    tbb::parallel_deterministic_reduce(root, body, tbb::simple_partitioner(), group);
 }
 
 } // namespace
@@ -159,24 +170,29 @@ bool Filter::isStopped() const
     return isExecutionCancelled() || context_->group.is_group_execution_cancelled();
 }
 
-void Filter::forEachLeaf(Filter2dTag dimensions, access::Region const& region, Slice const& slice, LeafWork& work)
+void Filter::forEachLeaf(Filter2dTag, access::Region const& region, Slice const& slice, LeafWork& work)
 {
-    runOver(rootOf(dimensions, region, slice), work, *this, context_->group);
+    runOver(rootOf(region, slice, grainRows, grainColumns), work, *this, context_->group, tbb::auto_partitioner());
 }
 
-void Filter::forEachLeaf(Filter3dTag dimensions, access::Region const& region, Slice const& slice, LeafWork& work)
+void Filter::forEachLeaf(Filter3dTag, access::Region const& region, Slice const& slice, LeafWork& work)
 {
-    runOver(rootOf(dimensions, region, slice), work, *this, context_->group);
+    runOver(rootOf(region, slice, grainPlans, grainRows, grainColumns), work, *this, context_->group,
+            tbb::auto_partitioner());
 }
 
-void Filter::reduceLeaves(Filter2dTag dimensions, access::Region const& region, Slice const& slice, LeafReduction& work)
+void Filter::reduceLeaves(Filter2dTag, access::Region const& region, Slice const& slice, Reduction& result)
 {
-    reduceOver(rootOf(dimensions, region, slice), work, *this, context_->group);
+    reduceOver(rootOf(region, slice, reductionGrain(region.getNumOfColumns()), reducedAtOnce), result, *this,
+               context_->group);
 }
 
-void Filter::reduceLeaves(Filter3dTag dimensions, access::Region const& region, Slice const& slice, LeafReduction& work)
+void Filter::reduceLeaves(Filter3dTag, access::Region const& region, Slice const& slice, Reduction& result)
 {
-    reduceOver(rootOf(dimensions, region, slice), work, *this, context_->group);
+    unsigned int const columns = region.getNumOfColumns();
+    reduceOver(rootOf(region, slice, reductionGrain(uint64{columns} * region.getNumOfRows()), reductionGrain(columns),
+                      reducedAtOnce),
+               result, *this, context_->group);
 }
 
 void Filter::forEachBand(access::Region const& region, Slice const& slice, unsigned int rows, LeafWork& work)
@@ -184,14 +200,9 @@ void Filter::forEachBand(access::Region const& region, Slice const& slice, unsig
     runOver(rootOfBands(region, slice, rows), work, *this, context_->group, tbb::simple_partitioner());
 }
 
-void Filter::reduceBands(access::Region const& region, Slice const& slice, unsigned int rows, LeafReduction& work)
+void Filter::reduceBands(access::Region const& region, Slice const& slice, unsigned int rows, Reduction& result)
 {
-    Block2d const root = rootOfBands(region, slice, rows);
-    if (root.empty()) {
-        return;
-    }
-    ReductionBody body(work, *this);
-    tbb::parallel_deterministic_reduce(root, body, tbb::simple_partitioner(), context_->group);
+    reduceOver(rootOfBands(region, slice, rows), result, *this, context_->group);
 }
 
 } // namespace mox::filters

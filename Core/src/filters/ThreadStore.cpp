@@ -3,6 +3,7 @@
 #include <tbb/cache_aligned_allocator.h>
 #include <tbb/enumerable_thread_specific.h>
 
+#include <algorithm>
 #include <iterator>
 
 namespace mox::filters {
@@ -45,14 +46,14 @@ void ThreadStore::putBack(std::unique_ptr<Item> item) noexcept
     perThread_->shelves.local().items.push_back(std::move(item));
 }
 
-std::vector<std::unique_ptr<ThreadStore::Item>> ThreadStore::takeAll()
+std::vector<ThreadStore::Item*> ThreadStore::all() const
 {
-    std::vector<std::unique_ptr<Item>> all;
-    for (Shelf& shelf : perThread_->shelves) {
-        std::move(shelf.items.begin(), shelf.items.end(), std::back_inserter(all));
-        shelf = {};
+    std::vector<Item*> items;
+    for (Shelf const& shelf : perThread_->shelves) {
+        std::transform(shelf.items.begin(), shelf.items.end(), std::back_inserter(items),
+                       [](auto const& item) { return item.get(); });
     }
-    return all;
+    return items;
 }
 
 } // namespace mox::filters

@@ -53,7 +53,7 @@ template <class Dimensions>
 class ManyToManyImageFilters : public ::testing::Test {
 protected:
     using Filter = ManyToManyImageFilter<TypeVector<short, unsigned char>, TypeVector<int, double>, Arch,
-                                         SumAndRowAbove, Dimensions, FilterWithoutReductionTag>;
+                                         SumAndRowAbove, Dimensions>;
 };
 
 using BothDimensions = ::testing::Types<Filter2dTag, Filter3dTag>;
@@ -181,7 +181,7 @@ struct LeafRecorder {
 TEST(ManyToManyImageFilter, goesThroughSpectralThenTimeThenPlanIndices)
 {
     LeafRecorder const kernel;
-    ManyToManyImageFilter2dWithReduction<TypeVector<>, TypeVector<>, Arch, LeafRecorder> filter(nullptr, kernel);
+    ManyToManyImageFilter2d<TypeVector<>, TypeVector<>, Arch, LeafRecorder> filter(nullptr, kernel);
     filter.setRegion({{0, 1}, {0, 1}, {2, 4}, {1, 3}, {5, 7}});
     auto const value = filter.run();
     EXPECT_THAT(value.begins, ElementsAre(Position{0, 0, 2, 1, 5}, Position{0, 0, 3, 1, 5}, Position{0, 0, 2, 2, 5},
@@ -194,7 +194,7 @@ TEST(ManyToManyImageFilter, joinsValuesInTheOrderOfTheLeaves)
     for (std::size_t const threads : {1U, 2U, 4U, 8U}) {
         tbb::global_control const control(tbb::global_control::max_allowed_parallelism, threads);
         LeafRecorder const kernel;
-        ManyToManyImageFilter3dWithReduction<TypeVector<>, TypeVector<>, Arch, LeafRecorder> filter(nullptr, kernel);
+        ManyToManyImageFilter3d<TypeVector<>, TypeVector<>, Arch, LeafRecorder> filter(nullptr, kernel);
         filter.setRegion({{3, 5000}, {0, 1}, {0, 1}, {0, 1}, {0, 1}});
         auto const begins = filter.run().begins;
         EXPECT_EQ(begins.front().y, 3);
@@ -228,8 +228,8 @@ struct SummingCopy {
 };
 
 template <class Dimensions>
-using SummingFilter = ManyToManyImageFilter<TypeVector<unsigned short>, TypeVector<unsigned int>, Arch, SummingCopy,
-                                            Dimensions, FilterWithReductionTag>;
+using SummingFilter =
+    ManyToManyImageFilter<TypeVector<unsigned short>, TypeVector<unsigned int>, Arch, SummingCopy, Dimensions>;
 
 template <class Dimensions>
 class FiltersWithReduction : public ::testing::Test {
@@ -365,16 +365,16 @@ TEST(ManyToManyImageFilter, startsNoFurtherSliceWhenCancelled)
 }
 
 /// The bands of a loop over bands.
-class BandRecorder final : public filters::LeafReduction {
+class BandRecorder final : public filters::Reduction {
 public:
-    void operator()(access::Block const& leaf) override
+    void fold(access::Block const& leaf) override
     {
         EXPECT_EQ(leaf.getBeginColumn(), 2U);
         EXPECT_EQ(leaf.getEndColumn(), 5000U);
         joins.push_back(static_cast<int>(leaf.getBeginRow()));
     }
-    std::unique_ptr<LeafReduction> split() const override { return std::make_unique<BandRecorder>(); }
-    void join(LeafReduction& right) noexcept override
+    std::unique_ptr<Reduction> fresh() const override { return std::make_unique<BandRecorder>(); }
+    void join(Reduction& right) noexcept override
     {
         auto const& other = static_cast<BandRecorder const&>(right).joins;
         joins.push_back(-1);

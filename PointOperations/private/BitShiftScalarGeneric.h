@@ -1,0 +1,59 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <limits>
+#include <type_traits>
+
+namespace mox::point_operations {
+
+/// The bits that enter are 0.
+struct BitShiftOperator_LeftTag {
+    static constexpr bool entersSign = false;
+
+    template <class T>
+    static T apply(T voxel, int count)
+    {
+        return static_cast<T>(static_cast<std::make_unsigned_t<T>>(voxel) << count);
+    }
+};
+
+/// The bits that enter are the sign's.
+struct BitShiftOperator_RightTag {
+    static constexpr bool entersSign = true;
+
+    template <class T>
+    static T apply(T voxel, int count)
+    {
+        return static_cast<T>(voxel >> count);
+    }
+};
+
+/// The voxel shifted by a count that may be beyond its width.
+template <class T, class Operator>
+class BitShiftScalarGeneric {
+public:
+    explicit BitShiftScalarGeneric(unsigned int count)
+        : count_(static_cast<int>(std::min(count, width - 1)))
+        , kept_(count < width || (Operator::entersSign && std::is_signed_v<T>) ? static_cast<T>(-1) : T(0))
+    {
+    }
+
+    void row(T const* in, T* out, std::size_t numOfVoxels) const
+    {
+        int const count = count_; // copies that writing to `out` cannot change
+        T const kept = kept_;
+#pragma GCC ivdep // in and out are the same row or do not overlap
+        for (std::size_t i = 0; i < numOfVoxels; ++i) {
+            out[i] = static_cast<T>(Operator::apply(in[i], count) & kept);
+        }
+    }
+
+private:
+    static constexpr unsigned int width = 8 * sizeof(T);
+
+    int count_;
+    T kept_;
+};
+
+} // namespace mox::point_operations

@@ -1,0 +1,466 @@
+#include "Segmentation/private/CooccurrenceSweep.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <optional>
+#include <stdexcept>
+
+#include "Segmentation/private/LaneCounts.h"
+#include "Segmentation/private/PackedSums.h"
+#include "Segmentation/private/windowPasses.h"
+
+namespace mox::segmentation {
+
+namespace {
+
+/// In the order of `TextureFeatureTypes`.
+enum Measure : std::size_t {
+    angularSecondMoment,
+    contrast,
+    correlation,
+    sumOfSquares,
+    inverseDifferenceMoment,
+    sumAverage,
+    sumVariance,
+    sumEntropy,
+    entropy,
+    differenceVariance,
+    differenceEntropy,
+    informationMeasure1,
+    informationMeasure2
+};
+
+/// Sums over the pairs (a, b) of a window.
+enum PairSum : std::size_t { squaredDifferences, products, sums, differences, equals, weights, numOfPairSums };
+
+double square(double x)
+{
+    return x * x;
+}
+
+/// 1 - exp(-t) without the loss of digits at small t.
+double oneMinusExp(double t)
+{
+    return t < 0x1p-8 ? t * (1 - t / 2 * (1 - t / 3 * (1 - t / 4 * (1 - t / 5)))) : 1 - std::exp(-t);
+}
+
+/// The cells of a symmetric matrix of levels: the diagonal first, then the triangle below it row by row.
+class PairCells {
+public:
+    explicit PairCells(std::size_t numOfLevels)
+        : numOfLevels_(numOfLevels)
+    {
+    }
+
+    std::size_t count() const { return numOfLevels_ * (numOfLevels_ + 1) / 2; }
+
+    std::size_t operator()(std::size_t a, std::size_t b) const
+    {
+        std::size_t const high = std::max(a, b);
+        return a == b ? a : numOfLevels_ + high * (high - 1) / 2 + std::min(a, b);
+    }
+
+private:
+    std::size_t numOfLevels_;
+};
+
+/// Which sums and counts the wanted measures need.
+struct Needs {
+    explicit Needs(std::array<bool, numOfCooccurrenceMeasures> const& w)
+        : pairFunctions(w[entropy] || w[informationMeasure1] || w[informationMeasure2])
+        , pairCounts(w[angularSecondMoment])
+        , endFunctions(w[informationMeasure1] || w[informationMeasure2])
+        , sumFunctions(w[sumEntropy])
+        , differenceFunctions(w[differenceEntropy])
+    {
+        bool const variances = w[correlation] || w[sumOfSquares] || w[sumVariance];
+        pairSums[squaredDifferences] = variances || w[contrast] || w[differenceVariance];
+        pairSums[products] = variances;
+        pairSums[sums] = variances || w[sumAverage];
+        pairSums[differences] = w[differenceVariance];
+        pairSums[equals] = w[inverseDifferenceMoment] || pairFunctions || pairCounts;
+        pairSums[weights] = w[inverseDifferenceMoment];
+    }
+
+    std::array<bool, numOfPairSums> pairSums = {};
+    bool pairFunctions;
+    bool pairCounts;
+    bool endFunctions;
+    bool sumFunctions;
+    bool differenceFunctions;
+};
+
+/// Cells are numbered by the smallest type that holds them all.
+template <class Cell>
+class Sweep final : public CooccurrenceSweep {
+public:
+    Sweep(TexturePlan const& plan, DirectionPlan const& direction)
+        : plan_(plan)
+        , direction_(direction)
+        , needs_(direction.wanted)
+        , numOfPairs_(numOfPositions(direction.window))
+        , numOfLevels_(static_cast<std::size_t>(plan.levels.count))
+        , cells_(numOfLevels_)
+    {
+        makeWeights();
+        packSums();
+        int const wantedTables = 2 * needs_.endFunctions + needs_.sumFunctions + needs_.differenceFunctions;
+        if (wantedTables > 1 && numOfLevels_ <= LaneCounts::mostLevels &&
+            direction.window.size() <= LaneCounts::mostRows && 2 * numOfPairs_ <= 0x7fff) {
+            lanes_.emplace(numOfLevels_, cells_.count(), cells_);
+        }
+        usesCells_ = needs_.pairFunctions || needs_.pairCounts || lanes_;
+        counts_.resize(std::max(usesCells_ ? cells_.count() : 0, 2 * numOfLevels_));
+    }
+
+    void begin(std::size_t width) override
+    {
+        width_ = width;
+        int const rows = 2 * plan_.radius + 1;
+        words_.reset(rows,
+                     width * std::max<std::size_t>(packing_.numOfWords(), 1)); // it also tells which rows are made
+        pairCells_.reset(rows, usesCells_ ? width : 0);
+        pairSums_.reset(rows, usesSums() ? width : 0);
+        pairDifferences_.reset(rows, usesDifferences() ? width : 0);
+    }
+
+    void compute(RowRing<std::uint16_t> const& levels, int y, std::size_t first, std::size_t count) override
+    {
+        for (WindowRow const& row : direction_.window) {
+            if (!words_.holds(y + row.y)) {
+                makePairRow(levels, y + row.y);
+            }
+        }
+        slideAll(levels, y, first, count);
+        for (std::size_t measure = 0; measure < numOfCooccurrenceMeasures; ++measure) {
+            if (direction_.wanted[measure]) {
+                results_[measure].resize(count);
+                evaluate(static_cast<Measure>(measure), count, results_[measure].data());
+            }
+        }
+    }
+
+private:
+    /// 1 / (1 + (b k)^2) for differences k > 0, as whole multiples of `weightUnit_`, the largest weight fitting in so
+    /// that sums of them fit into 62 bits.
+    void makeWeights()
+    {
+        double const b2 = square(plan_.levels.binSize);
+        double const largest = 1 / (1 + b2);
+        int const bits = 62 - std::ilogb(static_cast<double>(numOfPairs_)) - 1;
+        weightUnit_ = std::ldexp(largest, -bits);
+        weights_.assign(numOfLevels_, 0);
+        for (std::size_t k = 1; k < numOfLevels_ && largest > 0; ++k) {
+            double const relative = (1 + b2) / (1 + b2 * square(static_cast<double>(k)));
+            weights_[k] = static_cast<uint64>(std::ldexp(relative, bits));
+        }
+    }
+
+    void packSums()
+    {
+        uint64 const n = numOfPairs_;
+        uint64 const top = numOfLevels_ - 1;
+        std::array<uint64, numOfPairSums> const largest = {n * top * top,   n * top * top, 2 * n * top, n * top, n,
+                                                           uint64{1} << 62U};
+        for (std::size_t sum = 0; sum < numOfPairSums; ++sum) {
+            if (needs_.pairSums[sum]) {
+                packed_[sum] = packing_.add(largest[sum]);
+            }
+        }
+    }
+
+    /// All that is needed of the pairs that begin in row y, made once and used for every window that they lie in.
+    void makePairRow(RowRing<std::uint16_t> const& levels, int y)
+    {
+        int const dx = direction_.direction[0];
+        auto const begin = static_cast<std::size_t>(std::max(0, -dx));
+        std::size_t const end = width_ - static_cast<std::size_t>(std::max(0, dx));
+        std::uint16_t const* const a = levels.row(y) + begin;
+        std::uint16_t const* const b =
+            levels.row(y + direction_.direction[1]) + static_cast<std::ptrdiff_t>(begin) + dx;
+        std::size_t const count = end - begin;
+        makeWords(a, b, count, words_.claim(y) + begin);
+        if (usesCells_) {
+            Cell* const out = pairCells_.claim(y) + begin;
+            for (std::size_t x = 0; x < count; ++x) {
+                out[x] = static_cast<Cell>(cells_(a[x], b[x]));
+            }
+        }
+        if (usesSums()) {
+            std::uint16_t* const out = pairSums_.claim(y) + begin;
+            for (std::size_t x = 0; x < count; ++x) {
+                out[x] = static_cast<std::uint16_t>(a[x] + b[x]);
+            }
+        }
+        if (usesDifferences()) {
+            std::uint16_t* const out = pairDifferences_.claim(y) + begin;
+            for (std::size_t x = 0; x < count; ++x) {
+                out[x] = static_cast<std::uint16_t>(std::abs(a[x] - b[x]));
+            }
+        }
+    }
+
+    void makeWords(std::uint16_t const* a, std::uint16_t const* b, std::size_t count, uint64* words) const
+    {
+        for (std::size_t word = 0; word < packing_.numOfWords(); ++word) {
+            std::fill(words + word * width_, words + word * width_ + count, uint64{0});
+        }
+        auto const add = [&](PairSum sum, auto&& value) {
+            if (!needs_.pairSums[sum] || packed_[sum].mask == 0) {
+                return;
+            }
+            uint64* const out = words + packed_[sum].word * width_;
+            for (std::size_t x = 0; x < count; ++x) {
+                out[x] += static_cast<uint64>(value(std::int32_t{a[x]}, std::int32_t{b[x]})) << packed_[sum].shift;
+            }
+        };
+        using Level = std::int32_t;
+        add(squaredDifferences, [](Level p, Level q) { return static_cast<std::uint32_t>((p - q) * (p - q)); });
+        add(products, [](Level p, Level q) { return static_cast<std::uint32_t>(p * q); });
+        add(sums, [](Level p, Level q) { return static_cast<std::uint32_t>(p + q); });
+        add(differences, [](Level p, Level q) { return static_cast<std::uint32_t>(std::abs(p - q)); });
+        add(equals, [](Level p, Level q) { return static_cast<std::uint32_t>(p == q); });
+        add(weights, [this](Level p, Level q) { return weights_[static_cast<std::size_t>(std::abs(p - q))]; });
+    }
+
+    void slideAll(RowRing<std::uint16_t> const& levels, int y, std::size_t first, std::size_t count)
+    {
+        sums_.resize(count * packing_.numOfWords());
+        for (std::size_t word = 0; word < packing_.numOfWords(); ++word) {
+            collectRuns(wordRuns_, words_, y, first + word * width_);
+            slideSums(wordRuns_, count, sums_.data() + word * count);
+        }
+        if (usesCells_) {
+            collectRuns(cellRuns_, pairCells_, y, first);
+            slidePairs(count);
+        }
+        if (lanes_) {
+            endFunctions_.resize(count);
+            sumFunctions_.resize(count);
+            differenceFunctions_.resize(count);
+            lanes_->slide(cellRuns_, count, plan_.logarithm->values(), endFunctions_.data(),
+                          differenceFunctions_.data(), sumFunctions_.data());
+            return;
+        }
+        if (needs_.endFunctions) {
+            collectRuns(levelRuns_, levels, y, first);
+            addSecondEnds(levels, y, first);
+            slideFunctions(levelRuns_, count, endFunctions_);
+        }
+        if (needs_.sumFunctions) {
+            collectRuns(levelRuns_, pairSums_, y, first);
+            slideFunctions(levelRuns_, count, sumFunctions_);
+        }
+        if (needs_.differenceFunctions) {
+            collectRuns(levelRuns_, pairDifferences_, y, first);
+            slideFunctions(levelRuns_, count, differenceFunctions_);
+        }
+    }
+
+    template <class T>
+    void collectRuns(Runs<T>& runs, RowRing<T> const& rows, int y, std::size_t first) const
+    {
+        runs.clear();
+        for (WindowRow const& row : direction_.window) {
+            T const* const centre = rows.row(y + row.y) + first + plan_.radius;
+            runs.push_back({centre + row.first, centre + row.last});
+        }
+    }
+
+    void addSecondEnds(RowRing<std::uint16_t> const& levels, int y, std::size_t first)
+    {
+        auto const& d = direction_.direction;
+        for (WindowRow const& row : direction_.window) {
+            std::uint16_t const* const centre = levels.row(y + row.y + d[1]) + first + plan_.radius + d[0];
+            levelRuns_.push_back({centre + row.first, centre + row.last});
+        }
+    }
+
+    void slidePairs(std::size_t count)
+    {
+        pairFunctions_.resize(count);
+        pairCounts_.resize(count);
+        TableSums const tableSums{plan_.logarithm->steps(), pairFunctions_.data(), pairCounts_.data(), numOfLevels_};
+        if (needs_.pairFunctions && needs_.pairCounts) {
+            slideTable<true, true>(cellRuns_, count, counts_.data(), tableSums);
+        } else if (needs_.pairFunctions) {
+            slideTable<true, false>(cellRuns_, count, counts_.data(), tableSums);
+        } else if (needs_.pairCounts) {
+            slideTable<false, true>(cellRuns_, count, counts_.data(), tableSums);
+        }
+    }
+
+    void slideFunctions(Runs<std::uint16_t> const& runs, std::size_t count, std::vector<int64>& functions)
+    {
+        functions.resize(count);
+        slideTable<true, false>(runs, count, counts_.data(), {plan_.logarithm->steps(), functions.data()});
+    }
+
+    bool usesSums() const { return needs_.sumFunctions && !lanes_; }
+    bool usesDifferences() const { return needs_.differenceFunctions && !lanes_; }
+
+    /// A sum over the pairs of the window at place x.
+    int64 at(PairSum sum, std::size_t x, std::size_t count) const
+    {
+        return static_cast<int64>(packed_[sum].of(sums_[packed_[sum].word * count + x]));
+    }
+
+    // With M = 2N ordered pairs, the marginal distribution has the sum of levels S = sum (a + b) and the sum of their
+    // squares 2 AB + D2 over M; F is n log n, so that the entropy of counts n of total T is (F(T) - sum F(n)) / T.
+
+    void evaluate(Measure measure, std::size_t count, double* out) const
+    {
+        auto const pairs = static_cast<int64>(numOfPairs_);
+        auto const n = static_cast<double>(numOfPairs_);
+        double const m = 2 * n;
+        double const b = plan_.levels.binSize;
+        double const b2 = square(b);
+        double const lowest = 2 * plan_.levels.minGrey;
+        auto const fill = [&](auto&& value) {
+            for (std::size_t x = 0; x < count; ++x) {
+                out[x] = value(x);
+            }
+        };
+        auto const sum = [&](PairSum which, std::size_t x) { return at(which, x, count); };
+        auto const variance = [&](std::size_t x) { // times M^2
+            return 2 * pairs * (2 * sum(products, x) + sum(squaredDifferences, x)) - sum(sums, x) * sum(sums, x);
+        };
+        switch (measure) {
+        case angularSecondMoment:
+            return fill([&](std::size_t x) {
+                auto const squares = 2 * pairCounts_[x] + static_cast<uint64>(pairs + sum(equals, x));
+                return 2 * static_cast<double>(squares) / (m * m);
+            });
+        case contrast:
+            return fill([&, scale = b2 / n](std::size_t x) {
+                return static_cast<double>(sum(squaredDifferences, x)) * scale;
+            });
+        case correlation:
+            return fill([&](std::size_t x) {
+                int64 const v = variance(x);
+                int64 const covariance = 4 * pairs * sum(products, x) - sum(sums, x) * sum(sums, x);
+                return v == 0 ? 0.0 : static_cast<double>(covariance) / static_cast<double>(v);
+            });
+        case sumOfSquares:
+            return fill([&](std::size_t x) { return b2 * (static_cast<double>(variance(x)) / (m * m)); });
+        case inverseDifferenceMoment:
+            return fill([&](std::size_t x) {
+                return (static_cast<double>(sum(equals, x)) + static_cast<double>(sum(weights, x)) * weightUnit_) / n;
+            });
+        case sumAverage:
+            return fill([&](std::size_t x) { return b2 * (static_cast<double>(sum(sums, x)) / n) + lowest; });
+        case sumVariance:
+            return fill([&](std::size_t x) {
+                int64 const squares = 4 * sum(products, x) + sum(squaredDifferences, x);
+                return b2 * b2 * (static_cast<double>(pairs * squares - sum(sums, x) * sum(sums, x)) / (n * n));
+            });
+        case sumEntropy:
+            return fill([&, h = ScaledEntropy(*this, numOfPairs_)](std::size_t x) { return h(sumFunctions_[x]); });
+        case entropy:
+            return fill([&, h = ScaledEntropy(*this, 2 * numOfPairs_)](std::size_t x) {
+                return h(orderedFunctions(x, count));
+            });
+        case differenceVariance:
+            return fill([&](std::size_t x) {
+                int64 const d = sum(differences, x);
+                return b2 * (static_cast<double>(pairs * sum(squaredDifferences, x) - d * d) / (n * n));
+            });
+        case differenceEntropy:
+            return fill(
+                [&, h = ScaledEntropy(*this, numOfPairs_)](std::size_t x) { return h(differenceFunctions_[x]); });
+        case informationMeasure1:
+            return fill([&, h = ScaledEntropy(*this, 2 * numOfPairs_)](std::size_t x) {
+                double const hx = h(endFunctions_[x]);
+                return std::abs(hx) > 0x1p-23 ? b * excessEntropy(x, count) / hx : 0.0;
+            });
+        case informationMeasure2:
+            return fill([&](std::size_t x) {
+                double const t = 2 * b * std::abs(excessEntropy(x, count));
+                return std::sqrt(std::max(0.0, oneMinusExp(t)));
+            });
+        }
+    }
+
+    /// (log b + H) b of counts of one total, given the sum of F over them.
+    struct ScaledEntropy {
+        ScaledEntropy(Sweep const& sweep, std::size_t total)
+            : largest((*sweep.plan_.logarithm)(total))
+            , scale(sweep.plan_.logarithm->unit() / static_cast<double>(total))
+            , logBinSize(std::log(sweep.plan_.levels.binSize))
+            , binSize(sweep.plan_.levels.binSize)
+        {
+        }
+
+        double operator()(int64 functions) const
+        {
+            return (logBinSize + static_cast<double>(largest - functions) * scale) * binSize;
+        }
+
+        int64 largest;
+        double scale;
+        double logBinSize;
+        double binSize;
+    };
+
+    /// The sum of F over the ordered pairs: off the diagonal a count stands twice, on it the doubled count.
+    int64 orderedFunctions(std::size_t x, std::size_t count) const
+    {
+        return 2 * (pairFunctions_[x] + plan_.logarithm->logarithmOf2() * at(equals, x, count));
+    }
+
+    /// H(pairs) - 2 H(marginal): minus the mutual information of the ends, exactly 0 when they are independent.
+    double excessEntropy(std::size_t x, std::size_t count) const
+    {
+        auto const& f = *plan_.logarithm;
+        int64 const ends = endFunctions_[x];
+        int64 const excess = (ends - f(2 * numOfPairs_)) + (ends - orderedFunctions(x, count));
+        return static_cast<double>(excess) * f.unit() / static_cast<double>(2 * numOfPairs_);
+    }
+
+    TexturePlan const& plan_;
+    DirectionPlan const& direction_;
+    Needs needs_;
+    std::size_t numOfPairs_;
+    std::size_t numOfLevels_;
+    PairCells cells_;
+    std::vector<uint64> weights_;
+    double weightUnit_ = 0;
+    PackedSums packing_;
+    std::array<PackedSum, numOfPairSums> packed_ = {};
+    std::size_t width_ = 0;
+
+    RowRing<uint64> words_; ///< the words of a row one after the other, each as wide as the row
+    RowRing<Cell> pairCells_;
+    RowRing<std::uint16_t> pairSums_;
+    RowRing<std::uint16_t> pairDifferences_;
+
+    Runs<uint64> wordRuns_;
+    Runs<Cell> cellRuns_;
+    Runs<std::uint16_t> levelRuns_;
+    std::vector<std::uint32_t> counts_;
+    std::optional<LaneCounts> lanes_; ///< instead of tables of ends, sums and differences
+    bool usesCells_ = false;
+
+    std::vector<uint64> sums_;
+    std::vector<int64> pairFunctions_;
+    std::vector<uint64> pairCounts_;
+    std::vector<int64> endFunctions_;
+    std::vector<int64> sumFunctions_;
+    std::vector<int64> differenceFunctions_;
+};
+
+} // namespace
+
+std::unique_ptr<CooccurrenceSweep> makeCooccurrenceSweep(TexturePlan const& plan, DirectionPlan const& direction)
+{
+    if (plan.levels.empty()) {
+        throw std::runtime_error("Cooccurrence matrix used but not initialized");
+    }
+    auto const cells = PairCells(static_cast<std::size_t>(plan.levels.count)).count();
+    if (cells <= std::size_t{1} << 16U) {
+        return std::make_unique<Sweep<std::uint16_t>>(plan, direction);
+    }
+    return std::make_unique<Sweep<std::uint32_t>>(plan, direction);
+}
+
+} // namespace mox::segmentation

@@ -1,0 +1,167 @@
+#include "apps/moxel/ModelBinding.h"
+
+#include <Moxelcore/Classification/TextureClassificationModel.h>
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <optional>
+#include <utility>
+
+#include "apps/moxel/Errors.h"
+#include "apps/moxel/TemporaryFile.h"
+
+namespace moxel {
+
+namespace {
+
+using Model = mox::classification::TextureClassificationModel;
+
+/// By the extension, as the library reads it.
+mox::classification::WriteMode modeOf(std::filesystem::path const& path)
+{
+    std::string extension = path.extension().string();
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return extension == ".xml"   ? mox::classification::WRITE_MODE_XML
+           : extension == ".txt" ? mox::classification::WRITE_MODE_TEXT
+                                 : mox::classification::WRITE_MODE_BINARY;
+}
+
+void readModel(Model& model, std::string const& path)
+{
+    try {
+        model.read(path.c_str());
+    } catch (std::exception const& error) {
+        throw FileError("cannot read " + quoted(path) + ": " + error.what());
+    }
+}
+
+/// A file that takes a model when all results are there.
+class ModelFile {
+public:
+    explicit ModelFile(std::filesystem::path path)
+        : path_(std::move(path))
+    {
+        withPath([this] { requireWritable(path_); });
+    }
+
+    void store(Model const& model)
+    {
+        withPath([&] {
+            file_.emplace(path_);
+            model.write(file_->path().c_str(), modeOf(path_), true);
+        });
+    }
+
+    void publish()
+    {
+        withPath([this] { file_->publish(); });
+    }
+
+private:
+    template <class Work>
+    void withPath(Work const& work) const
+    {
+        try {
+            work();
+        } catch (FileError const& error) {
+            throw FileError("cannot write " + quoted(path_) + ": " + error.what());
+        }
+    }
+
+    std::filesystem::path path_;
+    std::optional<TemporaryFile> file_;
+};
+
+class InputModel final : public PropertyBinding {
+public:
+    InputModel(mox::Property<Model const*>& property, std::string path)
+        : property_(property)
+        , path_(std::move(path))
+    {
+    }
+
+    void load() override
+    {
+        readModel(model_, path_);
+        property_.set(&model_);
+    }
+
+private:
+    mox::Property<Model const*>& property_;
+    std::string path_;
+    Model model_;
+};
+
+class ChangedModel final : public PropertyBinding {
+public:
+    ChangedModel(mox::Property<Model*>& property, std::string path)
+        : property_(property)
+        , path_(std::move(path))
+        , file_(path_)
+    {
+    }
+
+    void load() override
+    {
+        readModel(model_, path_);
+        property_.set(&model_);
+    }
+
+    void store() override { file_.store(model_); }
+    void publish() override { file_.publish(); }
+
+private:
+    mox::Property<Model*>& property_;
+    std::string path_;
+    ModelFile file_;
+    Model model_;
+};
+
+class NewModel final : public PropertyBinding {
+public:
+    NewModel(mox::Property<Model**>& property, std::string const& path)
+        : file_(path)
+    {
+        property.set(&model_);
+    }
+    NewModel(NewModel const&) = delete;
+    NewModel& operator=(NewModel const&) = delete;
+    ~NewModel() override { delete model_; }
+
+    void store() override { file_.store(*model_); }
+    void publish() override { file_.publish(); }
+
+private:
+    ModelFile file_;
+    Model* model_ = nullptr;
+};
+
+template <class T>
+mox::Property<T>& modelProperty(mox::BaseProperty& property)
+{
+    return dynamic_cast<mox::Property<T>&>(property);
+}
+
+} // namespace
+
+std::unique_ptr<PropertyBinding> bindInputModel(mox::BaseProperty& property, std::string const& path,
+                                                BindingOptions const&)
+{
+    return std::make_unique<InputModel>(modelProperty<Model const*>(property), path);
+}
+
+std::unique_ptr<PropertyBinding> bindChangedModel(mox::BaseProperty& property, std::string const& path,
+                                                  BindingOptions const&)
+{
+    return std::make_unique<ChangedModel>(modelProperty<Model*>(property), path);
+}
+
+std::unique_ptr<PropertyBinding> bindNewModel(mox::BaseProperty& property, std::string const& path,
+                                              BindingOptions const&)
+{
+    return std::make_unique<NewModel>(modelProperty<Model**>(property), path);
+}
+
+} // namespace moxel
