@@ -8,7 +8,6 @@
 #include "Core/private/Rules/RuleAssertSameType.h"
 #include "Core/private/Rules/RuleAssertType.h"
 #include "Core/private/declare.h"
-#include "Core/private/filters/ManyToManyImageFilter.h"
 #include "Core/private/runners.h"
 #include "Registration/private/ShapeBasedMatching/Pyramid.h"
 #include "Registration/private/ShapeBasedMatching/ShapeMatcher.h"
@@ -133,12 +132,8 @@ private:
                               access::Region const& region, filters::PassSequence& pass) const
     {
         bool const isAbsolute = algorithm_.similarityMeasure == SIMILARITY_MEASURE::NORMALIZED_ABS;
-        ShapeMatcher const matcher(gradients, points,
-                                   isAbsolute ? ShapeMatcher::Sign::dropped : ShapeMatcher::Sign::kept);
-        ManyToManyImageFilter2dWithReduction<TypeVector<>, TypeVector<>, SimdVec::arch_scalar_tag, ShapeMatcher> filter(
-            pass, matcher);
-        filter.setRegion(region);
-        return filter.run();
+        ShapeScore const score(gradients, points, isAbsolute ? ShapeScore::Sign::dropped : ShapeScore::Sign::kept);
+        return ShapeMatcher(pass).run(score, region);
     }
 
     ShapeBasedMatching2D& algorithm_;

@@ -3,10 +3,13 @@
 #include <Moxelcore/Core/access/Block.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
+#include <memory>
 #include <vector>
 
+#include "Core/private/filters/Filter.h"
 #include "Registration/private/ShapeBasedMatching/GradientPlane.h"
 #include "Registration/private/ShapeBasedMatching/Shape.h"
 
@@ -27,14 +30,13 @@ struct BestPosition {
     }
 };
 
-/// Finds the best position of a shape in a leaf. The score is the sum over the points, in their order, of the scalar
+/// Scores the positions of a leaf. The score is the sum over the points, in their order, of the scalar
 /// product of the point's direction and the gradient there, both of unit length; outside of the image that is 0.
-class ShapeMatcher {
+class ShapeScore {
 public:
-    using Value = BestPosition;
     enum class Sign { kept, dropped };
 
-    ShapeMatcher(GradientPlane const& plane, std::vector<PlacedPoint> const& points, Sign sign)
+    ShapeScore(GradientPlane const& plane, std::vector<PlacedPoint> const& points, Sign sign)
         : plane_(plane)
         , points_(points)
         , sign_(sign)
@@ -47,9 +49,7 @@ public:
         auto const end = static_cast<int>(leaf.getEndColumn());
         for (auto y = static_cast<int>(leaf.getBeginRow()); y < static_cast<int>(leaf.getEndRow()); ++y) {
             for (int x = begin; x < end; x += stretch) {
-                double scores[stretch] = {};
-                addScores(x, y, scores);
-                take(scores, std::min(stretch, end - x), x, y, best);
+                take(scoresFrom(x, y), std::min(stretch, end - x), x, y, best);
             }
         }
     }
@@ -59,8 +59,12 @@ private:
     static constexpr int stretch = 10;
     static_assert(stretch <= GradientPlane::margin);
 
-    void addScores(int x, int y, double (&scores)[stretch]) const
+    using Scores = std::array<double, stretch>;
+
+    /// The sums are local, so that they stay in registers.
+    Scores scoresFrom(int x, int y) const
     {
+        Scores scores = {};
         double const* const gradientX = plane_.x();
         double const* const gradientY = plane_.y();
         for (PlacedPoint const& point : points_) {
@@ -70,16 +74,18 @@ private:
                 continue;
             }
             std::ptrdiff_t const offset = plane_.offset(column, row);
-            for (int i = 0; i < stretch; ++i) {
+            for (unsigned int i = 0; i < stretch; ++i) {
                 scores[i] += point.dx * gradientX[offset + i] + point.dy * gradientY[offset + i];
             }
         }
+        return scores;
     }
 
-    void take(double const* scores, int count, int x, int y, BestPosition& best) const
+    void take(Scores const& scores, int count, int x, int y, BestPosition& best) const
     {
         for (int i = 0; i < count; ++i) {
-            double const score = sign_ == Sign::dropped ? std::abs(scores[i]) : scores[i];
+            double const sum = scores[static_cast<unsigned int>(i)];
+            double const score = sign_ == Sign::dropped ? std::abs(sum) : sum;
             if (score > best.score) {
                 best = {score, x + i, y};
             }
@@ -89,6 +95,43 @@ private:
     GradientPlane const& plane_;
     std::vector<PlacedPoint> const& points_;
     Sign sign_;
+};
+
+/// The best position of the leaves that it is given.
+class BestOfLeaves final : public filters::Reduction {
+public:
+    explicit BestOfLeaves(ShapeScore const& score)
+        : score_(score)
+    {
+    }
+
+    void fold(access::Block const& leaf) override { score_(leaf, best_); }
+    std::unique_ptr<Reduction> fresh() const override { return std::make_unique<BestOfLeaves>(score_); }
+    void join(Reduction& following) noexcept override { best_.join(static_cast<BestOfLeaves&>(following).best_); }
+
+    BestPosition const& best() const { return best_; }
+
+private:
+    ShapeScore const& score_;
+    BestPosition best_;
+};
+
+/// Finds the best position of a shape in a region of the plane, as one pass of a run.
+class ShapeMatcher final : public filters::Filter {
+public:
+    explicit ShapeMatcher(filters::PassSequence& run)
+        : Filter(run)
+    {
+    }
+    ~ShapeMatcher() override { detach(); }
+
+    BestPosition run(ShapeScore const& score, access::Region const& region)
+    {
+        constexpr unsigned int bandRows = 2; // a position is much work, and there are only ten rows at most levels
+        BestOfLeaves found(score);
+        reduceBands(region, filters::Slice(), bandRows, found);
+        return found.best();
+    }
 };
 
 } // namespace mox::registration
