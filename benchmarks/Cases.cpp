@@ -51,7 +51,7 @@ std::string Case::name() const
 std::vector<Case> allCases()
 {
     std::vector<Case> cases = thresholdCases();
-    for (auto const& more : {labelingCases(), morphologyCases(), pointOperationsCases()}) {
+    for (auto const& more : {labelingCases(), morphologyCases(), pointOperationsCases(), registrationCases()}) {
         cases.insert(cases.end(), more.begin(), more.end());
     }
     return cases;

@@ -39,5 +39,6 @@ std::vector<Case> morphologyCases();
 std::vector<Case> allCases();
 std::vector<Case> labelingCases();
 std::vector<Case> pointOperationsCases();
+std::vector<Case> registrationCases();
 
 } // namespace mox::benchmarks
