@@ -39,8 +39,9 @@ std::string Case::name() const
     if (size.plans > 1) {
         text += 'x' + std::to_string(size.plans);
     }
+    constexpr std::size_t longestValue = 40; // tables are longer
     for (auto const& [property, value] : properties) {
-        text.append("/").append(property).append("=").append(value);
+        text.append("/").append(property).append("=").append(value.substr(0, longestValue));
     }
     if (level.has_value()) {
         text += *level == OptimLevelType::SCALAR ? "/scalar" : "/sse";
@@ -51,7 +52,8 @@ std::string Case::name() const
 std::vector<Case> allCases()
 {
     std::vector<Case> cases = thresholdCases();
-    for (auto const& more : {labelingCases(), morphologyCases(), pointOperationsCases(), registrationCases()}) {
+    for (auto const& more :
+         {labelingCases(), morphologyCases(), pointOperationsCases(), registrationCases(), textureCases()}) {
         cases.insert(cases.end(), more.begin(), more.end());
     }
     return cases;

@@ -40,5 +40,6 @@ std::vector<Case> allCases();
 std::vector<Case> labelingCases();
 std::vector<Case> pointOperationsCases();
 std::vector<Case> registrationCases();
+std::vector<Case> textureCases();
 
 } // namespace mox::benchmarks

@@ -81,7 +81,7 @@ std::vector<Case> labelingCases()
     std::vector<Case> cases;
     for (Size const& size : {Size{512, 512, 1}, Size{4096, 4096, 1}}) {
         for (VoxelTypes const type : {MOX_UINT8, MOX_UINT16, MOX_FLOAT32, MOX_FLOAT64}) {
-            cases.push_back({"Labeling", type, MOX_INT32, size, {}, labelsOf, 2});
+            cases.push_back({"Labeling", type, MOX_INT32, size, {}, labelsOf, std::nullopt, 2});
         }
         for (VoxelTypes const type : {MOX_UINT8, MOX_UINT16, MOX_INT16, MOX_UINT64}) {
             cases.push_back({"Decimate2D", type, type, size, {{"operatorType", "MEAN"}}, meansOf});
@@ -94,6 +94,7 @@ std::vector<Case> labelingCases()
              size,
              {{"morphologicalLut", isolatedPoint()}, {"matchingFlag", "SET_ZERO"}, {"noMatchingFlag", "SET_UNCHANGE"}},
              withoutIsolated,
+             std::nullopt,
              8});
     }
     return cases;

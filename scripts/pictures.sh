@@ -25,6 +25,7 @@ valueOf() {
     for word in "$@"; do
         if [[ $word == "$name="* ]]; then
             echo "${word#*=}"
+            return # an option may name the property again
         fi
     done
 }

@@ -38,6 +38,15 @@ void* operator new(std::size_t bytes, std::align_val_t alignment)
     return allocate(bytes, static_cast<std::size_t>(alignment));
 }
 
+void* operator new(std::size_t bytes, std::nothrow_t const&) noexcept
+{
+    try {
+        return allocate(bytes, 1);
+    } catch (std::bad_alloc const&) {
+        return nullptr;
+    }
+}
+
 void operator delete(void* memory) noexcept
 {
     std::free(memory);

@@ -44,6 +44,14 @@ std::size_t product(std::initializer_list<std::size_t> factors)
     return result;
 }
 
+/// None have no address, which memcpy may not be told.
+void copyVoxels(void* to, void const* from, unsigned int count, VoxelTypes type)
+{
+    if (count > 0) {
+        std::memcpy(to, from, std::size_t{count} * helper::getSizeOf(type));
+    }
+}
+
 } // namespace
 
 InMemoryImage::InMemoryImage() = default;
@@ -148,7 +156,7 @@ bool InMemoryImage::readRowAt(unsigned int count, void* buffer, unsigned int x, 
     if (!getConstRowPointerAt(count, row, x, y, z, t, s)) {
         return false;
     }
-    std::memcpy(buffer, row, std::size_t{count} * helper::getSizeOf(voxelType_));
+    copyVoxels(buffer, row, count, voxelType_);
     return true;
 }
 
@@ -159,7 +167,7 @@ bool InMemoryImage::writeRowAt(unsigned int count, void const* buffer, unsigned 
     if (!getRowPointerAt(count, row, x, y, z, t, s)) {
         return false;
     }
-    std::memcpy(row, buffer, std::size_t{count} * helper::getSizeOf(voxelType_));
+    copyVoxels(row, buffer, count, voxelType_);
     return true;
 }
 

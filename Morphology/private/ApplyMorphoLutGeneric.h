@@ -158,8 +158,8 @@ private:
             T const made = codes[i] == keepVoxel ? in[i] : static_cast<T>(codes[i]);
             T const before = out[i];
             changed |= static_cast<unsigned char>((codes[i] != keepVoxel) & (made != in[i]));
-            // A kept NaN is no difference.
-            differs |= static_cast<unsigned char>((made != before) & ((made == made) | (before == before)));
+            bool const areNaN = made != made && before != before; // NOLINT(misc-redundant-expression)
+            differs |= static_cast<unsigned char>((made != before) & !areNaN);
             out[i] = made;
         }
         pass.changed = pass.changed || changed != 0;

@@ -332,9 +332,8 @@ private:
                 return 2 * static_cast<double>(squares) / (m * m);
             });
         case contrast:
-            return fill([&, scale = b2 / n](std::size_t x) {
-                return static_cast<double>(sum(squaredDifferences, x)) * scale;
-            });
+            return fill(
+                [&, scale = b2 / n](std::size_t x) { return static_cast<double>(sum(squaredDifferences, x)) * scale; });
         case correlation:
             return fill([&](std::size_t x) {
                 int64 const v = variance(x);

@@ -128,6 +128,7 @@ public:
         std::stable_sort(quantiles_.begin(), quantiles_.end(),
                          [this](auto a, auto b) { return ratioOf(a) < ratioOf(b); });
         packSums();
+        makeTables();
     }
 
     void begin(std::size_t width) override
@@ -194,28 +195,30 @@ private:
         pack(fourthHigh, wantsFourth, (square * square) >> 32U);
     }
 
-    /// Of each bin number at once, what it adds to the packed sums.
+    /// By word, what each bin adds to the packed sums; the outside adds nothing.
+    void makeTables()
+    {
+        tables_.assign(packing_.numOfWords(), std::vector<uint64>(static_cast<std::size_t>(plan_.bins.outside) + 1));
+        for (uint64 v = 0; v < numOfBins_; ++v) {
+            uint64 const fourth = v * v * v * v;
+            std::array<uint64, numOfPowerSums> const powers = {
+                1, v, v * v, v * v * v, fourth & 0xffffffffU, fourth >> 32U};
+            for (std::size_t sum = 0; sum < numOfPowerSums; ++sum) {
+                if (packed_[sum].mask != 0) {
+                    tables_[packed_[sum].word][v] += powers[sum] << packed_[sum].shift;
+                }
+            }
+        }
+    }
+
     void makeWords(std::uint32_t const* bins, uint64* words) const
     {
         for (std::size_t word = 0; word < packing_.numOfWords(); ++word) {
-            std::fill(words + word * width_, words + (word + 1) * width_, uint64{0});
-        }
-        auto const add = [&](PowerSum sum, auto&& value) {
-            if (packed_[sum].mask == 0) {
-                return;
-            }
-            uint64* const out = words + packed_[sum].word * width_;
+            uint64 const* const table = tables_[word].data();
             for (std::size_t x = 0; x < width_; ++x) {
-                uint64 const inside = bins[x] < numOfBins_ ? ~uint64{0} : 0;
-                out[x] += (value(uint64{bins[x]}) & inside) << packed_[sum].shift;
+                words[word * width_ + x] = table[bins[x]];
             }
-        };
-        add(total, [](uint64) { return uint64{1}; });
-        add(first, [](uint64 v) { return v; });
-        add(second, [](uint64 v) { return v * v; });
-        add(third, [](uint64 v) { return v * v * v; });
-        add(fourthLow, [](uint64 v) { return v * v * v * v & 0xffffffffU; });
-        add(fourthHigh, [](uint64 v) { return (v * v * v * v) >> 32U; });
+        }
     }
 
     template <class T>
@@ -373,6 +376,7 @@ private:
     BinCounts<Count> counts_;
     PackedSums packing_;
     std::array<PackedSum, numOfPowerSums> packed_ = {};
+    std::vector<std::vector<uint64>> tables_;
     std::size_t width_ = 0;
     RowRing<uint64> words_; ///< the words of a row one after the other, each as wide as the row
     Runs<uint64> wordRuns_;

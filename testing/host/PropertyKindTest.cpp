@@ -1,5 +1,7 @@
 #include "apps/moxel/PropertyKind.h"
 
+#include <Moxelcore/Morphology/PropertyMorphologicalLut.h>
+
 #include <gmock/gmock.h>
 
 #include "apps/moxel/Errors.h"
