@@ -1,18 +1,20 @@
-// Draws a scene with a silhouette that is turned, scaled and blurred, among disks and noise, finds it by shape-based
-// matching, and marks where its outline was found: red on the scene.
+// A scene for a test of shape-based matching: a silhouette that is turned and scaled among disks and noise, and whether
+// it was found there.
 
 #include <Moxelcore/Moxelcore.h>
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cmath>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <numbers>
 #include <random>
 
 #include "apps/demo/Raster.h"
-#include "apps/moxel/Errors.h"
-#include "apps/moxel/ImageFile.h"
+#include "apps/moxel/Json.h"
 
 namespace {
 
@@ -36,12 +38,34 @@ struct Placement {
         return turned * scale + shift;
     }
 
-    Point unmap(Point const& p) const
-    {
-        Point const back = (p - shift) / scale;
-        return Placement{-degrees, 1.0, {}}.map(back);
-    }
+    Point unmap(Point const& p) const { return Placement{-degrees, 1.0, {}}.map((p - shift) / scale); }
 };
+
+/// Between the steps of a search by 5 degrees and 0.05.
+Placement const placed{213.0, 0.83, {580.0, 380.0}};
+
+/// Whether a point of the scene is in the silhouette, from 0 to 1.
+double shareAt(Raster const& silhouette, Placement const& placement, double x, double y)
+{
+    Point const p = placement.unmap({x, y});
+    return silhouette.contains(p[0], p[1]) ? silhouette.between(p[0], p[1]) / 255.0 : 0.0;
+}
+
+Raster drawScene(Raster const& silhouette)
+{
+    std::mt19937 random(1);
+    std::normal_distribution<double> noise(0.0, 12.0);
+    Raster scene(sceneColumns, sceneRows);
+    for (unsigned int y = 0; y < sceneRows; ++y) {
+        for (unsigned int x = 0; x < sceneColumns; ++x) {
+            double const fromDisk = std::hypot(x % 120 - 60.0, y % 120 - 60.0);
+            double const ground = fromDisk < 22.0 + 3.0 * ((x / 120 + y / 120) % 5) ? 90.0 : 40.0;
+            double const grey = std::lerp(ground, 190.0, shareAt(silhouette, placed, x, y));
+            scene.at(x, y) = std::clamp(grey + noise(random), 0.0, 255.0);
+        }
+    }
+    return scene;
+}
 
 /// Each voxel and its eight neighbours, 1 : 2 : 1 along either direction; the border stays.
 Raster smoothed(Raster const& raster)
@@ -60,123 +84,101 @@ Raster smoothed(Raster const& raster)
     return result;
 }
 
-Raster drawScene(Raster const& silhouette, Placement const& placement)
+/// Differences of the neighbours on either side; those that are short of a limit are none.
+void writeGradients(Raster const& raster, double limit, std::filesystem::path const& folder, std::string const& name)
 {
-    std::mt19937 random(1);
-    std::normal_distribution<double> noise(0.0, 12.0);
-    Raster scene(sceneColumns, sceneRows);
-    for (unsigned int y = 0; y < sceneRows; ++y) {
-        for (unsigned int x = 0; x < sceneColumns; ++x) {
-            Point const p = placement.unmap({static_cast<double>(x), static_cast<double>(y)});
-            double const cell = std::hypot(x % 120 - 60.0, y % 120 - 60.0);
-            double const disk = cell < 22.0 + 3.0 * ((x / 120 + y / 120) % 5) ? 90.0 : 40.0;
-            double const horse = silhouette.contains(p[0], p[1]) ? silhouette.between(p[0], p[1]) / 255.0 : 0.0;
-            scene.at(x, y) = std::clamp(std::lerp(disk, 190.0, horse) + noise(random), 0.0, 255.0);
-        }
-    }
-    return scene;
-}
-
-struct Gradients {
-    mox::memory::InMemoryImage x;
-    mox::memory::InMemoryImage y;
-};
-
-/// Differences of the neighbours on either side, in float32; differences below a limit are none.
-void makeGradients(Raster const& raster, double limit, Gradients& gradients)
-{
+    Raster const source = smoothed(raster);
     Raster x(raster.columns(), raster.rows());
-    Raster y(raster.columns(), raster.rows());
+    Raster y = x;
     for (unsigned int row = 1; row + 1 < raster.rows(); ++row) {
         for (unsigned int column = 1; column + 1 < raster.columns(); ++column) {
-            double const dx = raster.at(column + 1, row) - raster.at(column - 1, row);
-            double const dy = raster.at(column, row + 1) - raster.at(column, row - 1);
-            bool const isEdge = std::hypot(dx, dy) >= limit;
-            x.at(column, row) = isEdge ? dx : 0.0;
-            y.at(column, row) = isEdge ? dy : 0.0;
-        }
-    }
-    for (auto* const image : {&gradients.x, &gradients.y}) {
-        image->allocate(mox::MOX_FLOAT32, raster.columns(), raster.rows(), 1, 1, 1);
-        demo::writeChannel<float>(image == &gradients.x ? x : y, *image, 0);
-    }
-}
-
-Placement find(Raster const& silhouette, Raster const& scene)
-{
-    Gradients shape;
-    Gradients image;
-    makeGradients(smoothed(silhouette), 60.0, shape);
-    makeGradients(smoothed(scene), 30.0, image);
-    auto const matching = mox::registration::ShapeBasedMatching2D::New();
-    matching->inputGradientX = &image.x;
-    matching->inputGradientY = &image.y;
-    matching->templateGradientX = &shape.x;
-    matching->templateGradientY = &shape.y;
-    matching->rotationStep = 5.0;
-    matching->scaleEnd = 1.2;
-    matching->scaleStep = 0.05;
-    matching->run();
-    return {matching->outputRotation, matching->outputScale, {matching->outputTx, matching->outputTy}};
-}
-
-void writePicture(Raster const& silhouette, Raster const& scene, Placement const& found, std::string const& path)
-{
-    mox::memory::InMemoryImage picture;
-    picture.allocate(mox::MOX_UINT8, sceneColumns, sceneRows, 1, 1, 3);
-    Raster red = scene;
-    Raster others = scene;
-    for (unsigned int y = 0; y < sceneRows; ++y) {
-        for (unsigned int x = 0; x < sceneColumns; ++x) {
-            Point const p = found.unmap({static_cast<double>(x), static_cast<double>(y)});
-            Point const next = found.unmap({x + 2.0, y + 2.0});
-            Point const below = found.unmap({static_cast<double>(x), y + 2.0});
-            auto const isIn = [&](Point const& q) {
-                return silhouette.contains(q[0], q[1]) && silhouette.between(q[0], q[1]) > 127.0;
-            };
-            if (isIn(p) != isIn(next) || isIn(p) != isIn(below)) {
-                red.at(x, y) = 255.0;
-                others.at(x, y) = 0.0;
+            double const dx = source.at(column + 1, row) - source.at(column - 1, row);
+            double const dy = source.at(column, row + 1) - source.at(column, row - 1);
+            if (std::hypot(dx, dy) >= limit) {
+                x.at(column, row) = dx;
+                y.at(column, row) = dy;
             }
         }
     }
-    demo::writeChannel<unsigned char>(red, picture, 0);
-    demo::writeChannel<unsigned char>(others, picture, 1);
-    demo::writeChannel<unsigned char>(others, picture, 2);
-    moxel::writeImage(picture, path, moxel::formatOf(path), moxel::Compression::deflate);
+    demo::write(x, folder / (name + "X.tif"));
+    demo::write(y, folder / (name + "Y.tif"));
 }
 
-void demonstrate(std::string const& silhouetteFile, std::string const& path)
+void make(std::string const& silhouetteFile, std::filesystem::path const& folder)
 {
-    Raster const silhouette(*moxel::readImage(silhouetteFile, std::nullopt), 0);
-    Placement const placed{215.0, 0.85, {580.0, 380.0}};
-    Raster const scene = drawScene(silhouette, placed);
-    Placement const found = find(silhouette, scene);
+    Raster const silhouette = demo::readGrey(silhouetteFile);
+    Raster const scene = drawScene(silhouette);
+    demo::writeColours(scene, scene, scene, folder / "scene.png");
+    writeGradients(silhouette, 60.0, folder, "silhouette");
+    writeGradients(scene, 30.0, folder, "scene");
+}
+
+Placement readMatch(std::string const& path)
+{
+    std::ifstream in(path);
+    auto const match = moxel::Json::parse(in);
+    return {match.at("outputRotation"), match.at("outputScale"), {match.at("outputTx"), match.at("outputTy")}};
+}
+
+/// The outline where the silhouette was found is red.
+void mark(Raster const& silhouette, Raster scene, Placement const& found, std::string const& path)
+{
+    auto const isIn = [&](unsigned int x, unsigned int y) { return shareAt(silhouette, found, x, y) > 0.5; };
+    Raster red = scene;
+    for (unsigned int y = 0; y < scene.rows(); ++y) {
+        for (unsigned int x = 0; x < scene.columns(); ++x) {
+            if (isIn(x, y) != isIn(x + 3, y) || isIn(x, y) != isIn(x, y + 3)) {
+                red.at(x, y) = 255.0;
+                scene.at(x, y) = 0.0;
+            }
+        }
+    }
+    demo::writeColours(red, scene, scene, path);
+}
+
+/// Tells both placements, and whether they are a step of the search apart or less.
+bool isRight(Raster const& silhouette, Placement const& found)
+{
     for (auto const& [what, placement] : {std::pair("placed", placed), std::pair("found ", found)}) {
         std::cout << what << " turned by " << placement.degrees << " degrees, scaled by " << placement.scale
                   << ", shifted by (" << placement.shift[0] << ", " << placement.shift[1] << ")\n";
     }
-    writePicture(silhouette, scene, found, path);
+    Point const centre(silhouette.columns() / 2.0, silhouette.rows() / 2.0);
+    return std::abs(found.degrees - placed.degrees) <= 5.0 && std::abs(found.scale - placed.scale) <= 0.05 &&
+           (found.map(centre) - placed.map(centre)).length() < 3.0;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    CLI::App app("Finds a silhouette in a scene");
+    CLI::App app("Makes and judges a test of shape-based matching");
+    app.require_subcommand(1);
     std::string silhouette;
+    std::string folder;
+    std::string scene;
+    std::string match;
     std::string picture;
-    app.add_option("silhouette", silhouette, "image, bright on dark")->required();
-    app.add_option("picture", picture, "PNG to write")->required();
+    auto* const making = app.add_subcommand("make", "Writes scene.png and the gradients of scene and silhouette");
+    making->add_option("silhouette", silhouette, "image, white on black")->required();
+    making->add_option("folder", folder, "where to write")->required();
+    auto* const marking = app.add_subcommand("mark", "Marks where it was found; fails where it is not");
+    marking->add_option("silhouette", silhouette, "image, white on black")->required();
+    marking->add_option("scene", scene, "the scene")->required();
+    marking->add_option("match", match, "JSON file: the results of the algorithm")->required();
+    marking->add_option("picture", picture, "PNG to write")->required();
     CLI11_PARSE(app, argc, argv);
     try {
-        demonstrate(silhouette, picture);
-    } catch (mox::Exception const& error) {
-        std::cerr << error.what().c_str() << '\n';
-        return 1;
+        if (*making) {
+            make(silhouette, folder);
+            return 0;
+        }
+        Raster const shape = demo::readGrey(silhouette);
+        Placement const found = readMatch(match);
+        mark(shape, demo::readGrey(scene), found, picture);
+        return isRight(shape, found) ? 0 : 1;
     } catch (std::exception const& error) {
         std::cerr << error.what() << '\n';
         return 1;
     }
-    return 0;
 }

@@ -64,7 +64,6 @@ std::string nameOf(Transformation3D const& transformation)
 template <unsigned int D>
 Json matrixOf(geometry::MatrixTransformation<D> const& transformation)
 {
-    using Matrix = geometry::MatrixTransformation<D>;
     Json matrix = Json::array();
     auto const element = [&](unsigned int row, unsigned int column) {
         bool const isLastRow = row == D;
@@ -73,7 +72,7 @@ Json matrixOf(geometry::MatrixTransformation<D> const& transformation)
         }
         // Not `getParam` of the class: where a rigid transformation has angles, the matrix has elements.
         unsigned int const index = column == D ? row : D + row * D + column;
-        return transformation.Matrix::getParam(index);
+        return transformation.geometry::MatrixTransformation<D>::getParam(index);
     };
     for (unsigned int row = 0; row <= D; ++row) {
         matrix.push_back(Json::array());

@@ -167,28 +167,5 @@ TEST_F(Registration, WithoutATransformationNoneIsTold)
     EXPECT_EQ(kind.json(algorithm->outputTransformation), Json());
 }
 
-/// The landmarks of the page, two of them wrong, on the photographs of the rock arch.
-TEST_F(Registration, RealLandmarksAreFittedWithoutTheWrongOnes)
-{
-    std::string const folder = std::string(MOXELCORE_SOURCE_DIR) + "/docs/algorithms/";
-    auto const inA = readPoints<Point>(folder + "arches_a.csv");
-    auto const inB = readPoints<Point>(folder + "arches_b.csv");
-    mox::geometry::Transformation2DHandler handler;
-    auto const registration = mox::registration::LandmarkRegistration2D::New();
-    registration->data = &inA;
-    registration->model = &inB;
-    registration->transformationType = mox::registration::TransformationType::PROJECTIVE;
-    registration->robustEstimation = true;
-    registration->outputTransformation = &handler;
-    registration->run();
-    ASSERT_EQ(inA.size(), 14U);
-    for (std::size_t i = 0; i < inA.size(); ++i) {
-        Point point = inA[i];
-        handler.get()->map(point);
-        bool const isWrong = i >= 12;
-        EXPECT_EQ((point - inB[i]).length() > 3.0, isWrong) << i << ": " << (point - inB[i]).length();
-    }
-}
-
 } // namespace
 } // namespace moxel::testing

@@ -10,16 +10,15 @@ namespace mox::registration {
 
 /// Fits a transformation to pairs of points: it takes `data` as near to `model` as it can.
 ///
-/// | property               | type                                    | default     | |
-/// |------------------------|-----------------------------------------|-------------|-|
-/// | "data"                 | `Vector<math::Vector2<double>> const*`  | null        | the points to be mapped |
-/// | "model"                | the same                                | null        | as many: where each should come
-/// to lie | | "transformationType"   | `TransformationType`                    | TRANSLATION | the class of the result
-/// | | "robustEstimation"     | `bool`                                  | false       | whether some pairs may be wrong
-/// | | "outlierRatio"         | `double`                                | 0.2         | 0 to 1: the share of wrong
-/// pairs to expect | | "confidence"           | `double`                                | 0.99        | 0 to 1: that
-/// one sample has no wrong pair | | "outputTransformation" | `geometry::Transformation2DHandler*`    | null        |
-/// gets the result |
+/// | property               | type                                   | default     | |
+/// |------------------------|----------------------------------------|-------------|-|
+/// | "data"                 | `Vector<math::Vector2<double>> const*` | null        | the points to be mapped |
+/// | "model"                | the same                               | null        | where each should come to lie |
+/// | "transformationType"   | `TransformationType`                   | TRANSLATION | the class of the result |
+/// | "robustEstimation"     | `bool`                                 | false       | whether pairs may be wrong |
+/// | "outlierRatio"         | `double`                               | 0.2         | 0 to 1: the share of wrong ones |
+/// | "confidence"           | `double`                               | 0.99        | 0 to 1: of a sample without them |
+/// | "outputTransformation" | `geometry::Transformation2DHandler*`   | null        | gets the result |
 ///
 /// All pairs are fitted in least squares: translation by the difference of the means, rigid by a singular value
 /// decomposition with determinant +1 and no scale, affine and polynomial as a linear system on points that are centred
