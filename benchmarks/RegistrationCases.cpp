@@ -9,9 +9,7 @@ namespace {
 std::vector<double> shapeMatchingReference(std::vector<double> const& voxels, Size const& size)
 {
     testing::Plane const plane{static_cast<int>(size.columns), static_cast<int>(size.rows), voxels};
-    testing::Matching matching{plane, plane, plane, plane, plane};
-    matching.scales = {1.0};
-    matching.rotations = {0, 90, 180, 270, 360};
+    testing::Matching const matching{plane, plane, plane, plane, plane, 4, false, {1.0}, {0, 90, 180, 270, 360}};
     testing::MatchingResult const result = matchReference(matching);
     return {result.tx, result.ty, result.scale, result.rotation};
 }

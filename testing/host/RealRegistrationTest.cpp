@@ -46,24 +46,23 @@ public:
         auto const image = readImage(path, {});
         columns_ = image->getSize(mox::COLUMNS);
         rows_ = image->getSize(mox::ROWS);
-        voxels_ = voxelsOf<std::uint8_t>(*image);
+        auto const voxels = voxelsOf<std::uint8_t>(*image);
+        voxels_.assign(voxels.begin(), voxels.end());
     }
 
     double at(Point const& place) const
     {
         double const x = std::clamp(place[0], 0.0, columns_ - 1.001);
         double const y = std::clamp(place[1], 0.0, rows_ - 1.001);
-        std::uint8_t const* const voxel =
-            &voxels_[static_cast<std::size_t>(y) * columns_ + static_cast<std::size_t>(x)];
-        return std::lerp(std::lerp(double{voxel[0]}, double{voxel[1]}, x - std::floor(x)),
-                         std::lerp(double{voxel[columns_]}, double{voxel[columns_ + 1]}, x - std::floor(x)),
-                         y - std::floor(y));
+        double const* const voxel = &voxels_[static_cast<std::size_t>(y) * columns_ + static_cast<std::size_t>(x)];
+        return std::lerp(std::lerp(voxel[0], voxel[1], x - std::floor(x)),
+                         std::lerp(voxel[columns_], voxel[columns_ + 1], x - std::floor(x)), y - std::floor(y));
     }
 
 private:
     unsigned int columns_;
     unsigned int rows_;
-    std::vector<std::uint8_t> voxels_;
+    std::vector<double> voxels_;
 };
 
 struct Gradients {
@@ -102,15 +101,20 @@ TEST_P(RealTextures, AreFoundTurnedAndScaled)
     if (!std::filesystem::exists(path)) {
         GTEST_SKIP() << "there is no real image " << path;
     }
-    constexpr unsigned int sceneSize = 150;
-    constexpr unsigned int partSize = 60;
+    constexpr unsigned int sceneSize = 110;
+    constexpr unsigned int partSize = 48;
     Point const half(partSize / 2.0, partSize / 2.0);
     Texture const texture(path);
     std::mt19937 random(3);
-    auto const draw = [&](unsigned int first, unsigned int last) { return first + random() % (last - first + 1); };
-    for (Point const& centre : {Point(4, 6), Point(145, 5), Point(3, 143), Point(146, 146),
-                                Point(draw(0, 149), draw(0, 149)), Point(draw(0, 149), draw(0, 149))}) {
-        Point const origin(draw(100, 300), draw(100, 300));
+    auto const draw = [&](int first, int last) {
+        return first + static_cast<int>(random() % 1000U) % (last - first + 1);
+    };
+    auto const drawPoint = [&](int first, int last) {
+        double const x = draw(first, last);
+        return Point(x, draw(first, last));
+    };
+    for (Point const& centre : {Point(4, 6), Point(105, 5), Point(3, 103), Point(106, 106), drawPoint(0, 109)}) {
+        Point const origin = drawPoint(100, 300);
         double const degrees = 10.0 * draw(0, 35);
         double const scale = 0.1 * draw(8, 13);
         Gradients part;
@@ -137,11 +141,10 @@ TEST_P(RealTextures, AreFoundTurnedAndScaled)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Shared, RealTextures, ::testing::Values("brick.png", "grass.png", "gravel.png"),
-                         [](auto const& test) {
-                             std::string const name = test.param;
-                             return name.substr(0, name.find('.'));
-                         });
+INSTANTIATE_TEST_SUITE_P(Shared, RealTextures, ::testing::Values("grass.png", "gravel.png"), [](auto const& test) {
+    std::string const name = test.param;
+    return name.substr(0, name.find('.'));
+});
 
 } // namespace
 } // namespace moxel::testing

@@ -2,11 +2,14 @@
 
 #include <Moxelcore/Moxelcore.h>
 
+#include <algorithm>
 #include <fstream>
+#include <random>
 #include <sstream>
 
 #include "apps/moxel/Algorithms.h"
 #include "apps/moxel/Errors.h"
+#include "apps/moxel/ImageFile.h"
 #include "apps/moxel/PointsFile.h"
 #include "apps/moxel/PropertyKind.h"
 #include "apps/moxel/RunCommand.h"
@@ -24,6 +27,15 @@ protected:
     std::string write(std::string const& name, std::string const& text) const
     {
         std::ofstream(folder_ / name) << text;
+        return (folder_ / name).string();
+    }
+
+    template <class T>
+    std::string writeTiff(std::string const& name, Sizes const& sizes, std::vector<T> const& voxels) const
+    {
+        mox::memory::InMemoryImage image;
+        fill(image, sizes, voxels);
+        writeImage(image, folder_ / name, ImageFormat::tiff, Compression::none);
         return (folder_ / name).string();
     }
 
@@ -92,7 +104,7 @@ TEST_F(Registration, FilesAndWordsAreToldApart)
 
 TEST_F(Registration, TransformationsArePrinted)
 {
-    std::vector<std::string> const values = {"data=0:0,4:2,1:5", "model=1:2,5:4,2:7"};
+    std::vector<std::string> const values = {"data=0:0,4:2,2:4,2:2", "model=1:2,5:4,3:6,3:4"};
     EXPECT_EQ(run("LandmarkRegistration2D", values, OutputForm::text), "outputTransformation = Translation2D 1,2\n");
     Json const json = Json::parse(run("LandmarkRegistration2D", values, OutputForm::json));
     EXPECT_EQ(json, Json::parse(R"({"outputTransformation": {"class": "Translation2D", "parameters": [1.0, 2.0],
@@ -165,6 +177,31 @@ TEST_F(Registration, WithoutATransformationNoneIsTold)
     EXPECT_EQ(kind.typeName(algorithm->outputTransformation), "transformation");
     EXPECT_EQ(kind.text(algorithm->outputTransformation), "none");
     EXPECT_EQ(kind.json(algorithm->outputTransformation), Json());
+}
+
+/// A part of an image of noise is found where it was cut out.
+TEST_F(Registration, MatchesAreToldAsNumbers)
+{
+    std::mt19937 random(1);
+    std::vector<std::string> values = {"numOfLevel=1",    "similarityMeasure=NORMALIZED_ABS",
+                                       "rotationEnd=270", "rotationStep=90",
+                                       "scaleBegin=1",    "scaleEnd=1"};
+    for (std::string const axis : {"X", "Y"}) {
+        std::vector<std::int16_t> image(14 * 12);
+        std::generate(image.begin(), image.end(), [&] { return static_cast<std::int16_t>(random() % 21) - 10; });
+        std::vector<std::int16_t> part;
+        for (std::size_t i = 0; i < 25; ++i) {
+            part.push_back(image[(3 + i / 5) * 14 + 6 + i % 5]);
+        }
+        values.push_back("inputGradient" + axis + '=' + writeTiff("input" + axis + ".tif", {14, 12, 1, 1, 1}, image));
+        values.push_back("templateGradient" + axis + '=' + writeTiff("part" + axis + ".tif", {5, 5, 1, 1, 1}, part));
+    }
+    std::vector<std::uint8_t> const everywhere(25, 1);
+    values.push_back("mask=" + writeTiff("mask.tif", {5, 5, 1, 1, 1}, everywhere));
+    EXPECT_EQ(run("ShapeBasedMatching2D", values, OutputForm::text),
+              "outputTx = 6\noutputTy = 3\noutputScale = 1\noutputRotation = 0\n");
+    Json const json = Json::parse(run("ShapeBasedMatching2D", values, OutputForm::json));
+    EXPECT_EQ(json, Json::parse(R"({"outputTx": 6.0, "outputTy": 3.0, "outputScale": 1.0, "outputRotation": 0.0})"));
 }
 
 } // namespace
