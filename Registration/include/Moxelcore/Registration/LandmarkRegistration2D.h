@@ -17,7 +17,7 @@ namespace mox::registration {
 /// | "transformationType"   | `TransformationType`                   | TRANSLATION | the class of the result |
 /// | "robustEstimation"     | `bool`                                 | false       | whether pairs may be wrong |
 /// | "outlierRatio"         | `double`                               | 0.2         | 0 to 1: the share of wrong ones |
-/// | "confidence"           | `double`                               | 0.99        | 0 to 1: of a sample without them |
+/// | "confidence"           | `double`                               | 0.99        | 0 to 1: that one sample has none |
 /// | "outputTransformation" | `geometry::Transformation2DHandler*`   | null        | gets the result |
 ///
 /// All pairs are fitted in least squares: translation by the difference of the means, rigid by a singular value
