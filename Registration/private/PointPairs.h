@@ -12,4 +12,7 @@ struct PointPairs {
     std::size_t count;
 };
 
+template <class Point>
+PointPairs(Point const*, Point const*, std::size_t) -> PointPairs<Point>;
+
 } // namespace mox::registration

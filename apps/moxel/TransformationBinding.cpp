@@ -13,6 +13,7 @@ namespace moxel {
 namespace {
 
 namespace geometry = mox::geometry;
+using geometry::MatrixTransformation;
 using geometry::Transformation2D;
 using geometry::Transformation3D;
 
@@ -62,7 +63,7 @@ std::string nameOf(Transformation3D const& transformation)
 
 /// Row by row, with the last one.
 template <unsigned int D>
-Json matrixOf(geometry::MatrixTransformation<D> const& transformation)
+Json matrixOf(MatrixTransformation<D> const& transformation)
 {
     Json matrix = Json::array();
     auto const element = [&](unsigned int row, unsigned int column) {
@@ -72,7 +73,7 @@ Json matrixOf(geometry::MatrixTransformation<D> const& transformation)
         }
         // Not `getParam` of the class: where a rigid transformation has angles, the matrix has elements.
         unsigned int const index = column == D ? row : D + row * D + column;
-        return transformation.geometry::MatrixTransformation<D>::getParam(index);
+        return transformation.MatrixTransformation<D>::getParam(index);
     };
     for (unsigned int row = 0; row <= D; ++row) {
         matrix.push_back(Json::array());
@@ -101,7 +102,7 @@ Json jsonOf(T const& transformation)
 {
     Json json = {{"class", nameOf(transformation)}, {"parameters", parametersOf(transformation)}};
     constexpr unsigned int dimension = std::is_same_v<T, Transformation2D> ? 2 : 3;
-    if (auto const* const matrix = dynamic_cast<geometry::MatrixTransformation<dimension> const*>(&transformation)) {
+    if (auto const* const matrix = dynamic_cast<MatrixTransformation<dimension> const*>(&transformation)) {
         json["matrix"] = matrixOf(*matrix);
     }
     return json;

@@ -14,7 +14,7 @@ std::vector<double> readPlane(ImageModel const& image);
 /// stretch of up to as many voxels that begins anywhere from there on can be read.
 class GradientPlane {
 public:
-    static constexpr unsigned int margin = 10;
+    static constexpr int margin = 10;
 
     GradientPlane(ImageModel const& x, ImageModel const& y);
 
@@ -22,7 +22,7 @@ public:
     int rows() const { return rows_; }
 
     /// Where row y holds its voxel x, which may lie in the margin.
-    std::ptrdiff_t offset(int x, int y) const { return y * stride_ + x + static_cast<std::ptrdiff_t>(margin); }
+    std::ptrdiff_t offset(int x, int y) const { return y * stride_ + x + margin; }
     double const* x() const { return x_.data(); }
     double const* y() const { return y_.data(); }
 

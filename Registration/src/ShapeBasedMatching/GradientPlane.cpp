@@ -43,7 +43,7 @@ std::vector<double> readPlane(ImageModel const& image)
 GradientPlane::GradientPlane(ImageModel const& x, ImageModel const& y)
     : columns_(static_cast<int>(x.getSize(COLUMNS)))
     , rows_(static_cast<int>(x.getSize(ROWS)))
-    , stride_(std::ptrdiff_t{columns_} + 2 * margin)
+    , stride_(std::ptrdiff_t{margin} + columns_ + margin)
     , x_(static_cast<std::size_t>(rows_ * stride_))
     , y_(x_.size())
 {

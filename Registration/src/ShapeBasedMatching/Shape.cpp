@@ -50,7 +50,9 @@ void Shape::place(Rotation const& rotation, double scale, int columns, int rows,
 
 Vector centreOf(ImageModel const& image)
 {
-    return {static_cast<double>(image.getSize(COLUMNS) / 2), static_cast<double>(image.getSize(ROWS) / 2)};
+    unsigned int const column = image.getSize(COLUMNS) / 2;
+    unsigned int const row = image.getSize(ROWS) / 2;
+    return {static_cast<double>(column), static_cast<double>(row)};
 }
 
 Shape maskToShape(ImageModel const& gradientX, ImageModel const& gradientY, ImageModel const* mask)
@@ -63,7 +65,8 @@ Shape maskToShape(ImageModel const& gradientX, ImageModel const& gradientY, Imag
     Shape shape;
     for (std::size_t i = 0; i < x.size(); ++i) {
         if (selected[i] != 0.0 && (x[i] != 0.0 || y[i] != 0.0)) {
-            Vector const position(static_cast<double>(i % columns), static_cast<double>(i / columns));
+            std::size_t const row = i / columns;
+            Vector const position(static_cast<double>(i % columns), static_cast<double>(row));
             shape.positions.push_back(position - centre);
             shape.directions.emplace_back(x[i], y[i]);
         }
