@@ -40,8 +40,8 @@ public:
         }
     }
 
-    /// Calls `proceeds` after each good fit, and gives nothing once it is false. Throws `RuntimeError` "random sampling
-    /// failed.".
+    /// Calls `proceeds` after each sample, with whether it had a good fit, and gives nothing once it is false. Throws
+    /// `RuntimeError` "random sampling failed.".
     template <class Proceeds>
     std::optional<T> estimate(double confidence, double outlierRatio, Proceeds const& proceeds)
     {
@@ -49,11 +49,9 @@ public:
         RandomSample sample(minimumOfPoints<T>, pairs_.count);
         std::size_t numOfFits = 0;
         for (std::size_t draw = 0; draw < effort.numOfDraws && numOfFits < effort.numOfFits; ++draw) {
-            if (!consider(sample.draw())) {
-                continue;
-            }
-            ++numOfFits;
-            if (!proceeds()) {
+            bool const isGood = consider(sample.draw());
+            numOfFits += isGood ? 1 : 0;
+            if (!proceeds(isGood)) {
                 return std::nullopt;
             }
         }

@@ -33,8 +33,8 @@ std::optional<T> fitRobustly(Algorithm& algorithm, PointPairs<Point> const& pair
     double const confidence = algorithm.confidence;
     double const outlierRatio = algorithm.outlierRatio;
     filters::PassSequence run(&algorithm, samplingEffort(confidence, outlierRatio, minimumOfPoints<T>).numOfFits);
-    return estimator.estimate(confidence, outlierRatio, [&] {
-        run.incrementProgress(1);
+    return estimator.estimate(confidence, outlierRatio, [&](bool isGood) {
+        run.incrementProgress(isGood ? 1 : 0);
         return !run.isStopped();
     });
 }

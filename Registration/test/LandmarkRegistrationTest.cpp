@@ -344,6 +344,23 @@ TEST(LandmarkRegistrations, leaveTheHandlerAloneWhenCancelled)
     EXPECT_NO_THROW(landmarks.run());
 }
 
+/// Ten million samples of points on a line, none of which has a fit.
+TEST(LandmarkRegistrations, areCancelledAmongSamplesWithoutFit)
+{
+    Pairs<Point2D> pairs;
+    for (int i = 0; i < 20; ++i) {
+        pairs.data.emplace_back(i, 2 * i);
+    }
+    pairs.model = pairs.data;
+    Landmarks<AffineTransformation2D> landmarks(pairs);
+    landmarks.algorithm->robustEstimation = true;
+    landmarks.algorithm->confidence = 1.0;
+    mox::testing::RecordingInteraction interaction;
+    interaction.cancelAtPoll = 1;
+    EXPECT_NO_THROW(landmarks.algorithm->run(&interaction));
+    EXPECT_EQ(landmarks.handler.get(), nullptr);
+}
+
 } // namespace
 
 } // namespace mox::registration

@@ -53,7 +53,7 @@ std::vector<PointLine> readPointLines(std::filesystem::path const& path)
     std::string text;
     for (std::size_t number = 1; std::getline(in, text); ++number) {
         auto components = componentsOf(text);
-        bool const isHeading = number == 1 && !components.empty() && !isNumber(components.front());
+        bool const isHeading = number == 1 && std::none_of(components.begin(), components.end(), isNumber);
         if (!components.empty() && !components.front().starts_with('#') && !isHeading) {
             lines.push_back({number, std::move(components)});
         }

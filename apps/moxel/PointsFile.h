@@ -19,7 +19,7 @@ struct PointLine {
 };
 
 /// One point a line, its components separated by a comma, a semicolon or white space. Empty lines, lines that begin
-/// with # and a first line that begins with no number are passed over. Throws `FileError`.
+/// with # and a first line without a number are passed over. Throws `FileError`.
 std::vector<PointLine> readPointLines(std::filesystem::path const& path);
 
 [[noreturn]] void refuseLine(std::filesystem::path const& path, PointLine const& line, std::string const& reason);

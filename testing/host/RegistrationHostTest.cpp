@@ -89,6 +89,7 @@ TEST_F(Registration, WrongLinesAreTold)
     EXPECT_THAT(refusal<Point>("1,2\n3,4,5\n"), HasSubstr("line 2: 3 components"));
     EXPECT_THAT(refusal<Point>("1,2\n\n3,,4\n"), HasSubstr("line 3: 3 components"));
     EXPECT_THAT(refusal<Point>("1,2\n3,four\n"), HasSubstr("line 2: \"four\" is no number of type double"));
+    EXPECT_THAT(refusal<Point>("l,2\n3,4\n"), HasSubstr("line 1: \"l\" is no number of type double"));
     EXPECT_THAT(refusal<Point>("1,2\nx,y\n"), HasSubstr("line 2: \"x\" is no number of type double"));
     EXPECT_THAT(refusal<mox::math::Vector2<int>>("1,2.5\n"), HasSubstr("\"2.5\" is no number of type int32"));
     EXPECT_THROW(readPoints<Point>((folder_ / "absent.csv").string()), FileError);
