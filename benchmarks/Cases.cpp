@@ -52,7 +52,8 @@ std::string Case::name() const
 std::vector<Case> allCases()
 {
     std::vector<Case> cases = thresholdCases();
-    for (auto const& more : {labelingCases(), morphologyCases(), pointOperationsCases(), textureCases()}) {
+    for (auto const& more :
+         {labelingCases(), morphologyCases(), pointOperationsCases(), registrationCases(), textureCases()}) {
         cases.insert(cases.end(), more.begin(), more.end());
     }
     return cases;

@@ -39,6 +39,7 @@ std::vector<Case> morphologyCases();
 std::vector<Case> allCases();
 std::vector<Case> labelingCases();
 std::vector<Case> pointOperationsCases();
+std::vector<Case> registrationCases();
 std::vector<Case> textureCases();
 
 } // namespace mox::benchmarks

@@ -1,14 +1,16 @@
 #!/usr/bin/env bash
 # Makes the pictures of the algorithm pages anew: pictures.sh FOLDER_OF_IMAGES [CLASS ...]
-# The first moxel command of a page with its class is run as it stands there, after the ones before it; the picture is its
-# input beside its output.
+# The commands of a page are run as they stand there, up to the first with its class, whose input and output make the
+# picture, side by side; or all of them where one writes the picture itself. PICTURES is the folder that takes the
+# pictures, that of the pages unless it is set.
 set -euo pipefail
 images=$(cd "$1" && pwd)
 shift
 cd "$(dirname "$0")/.."
 root=$PWD
-programs=$root/build/release/apps
 pages=$root/docs/algorithms
+pictures=$(cd "${PICTURES:-$pages}" && pwd)
+PATH=$root/build/release/apps/moxel:$root/build/release/apps/demo:$PATH
 
 if [ $# -eq 0 ]; then
     mapfile -t classes < <(basename -s .md "$pages"/*.md)
@@ -16,8 +18,13 @@ if [ $# -eq 0 ]; then
 fi
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-ln -s "$images"/* "$work"
+ln -s "$images"/* "$pages"/*.csv "$work"
 cd "$work"
+
+# Those that go on after a backslash are one.
+commandsOf() {
+    sed -e ':joined' -e '/\\$/ { N; s/\\\n *//; b joined' -e '}' "$1" | grep "^moxel"
+}
 
 valueOf() {
     local name=$1 word
@@ -31,11 +38,14 @@ valueOf() {
 }
 
 for class in "$@"; do
-    command=()
-    while read -r line && [ "${command[2]:-}" != "$class" ]; do
-        eval "command=($line)"
-        "$programs/moxel/${command[0]}" "${command[@]:1}"
-    done < <(grep "^moxel run " "$pages/$class.md")
-    "$programs/demo/moxel_picture" "$(valueOf input "${command[@]}")" "$(valueOf output "${command[@]}")" \
-        "$pages/$class.png"
+    mapfile -t commands < <(commandsOf "$pages/$class.md")
+    for command in "${commands[@]}"; do
+        eval "$command"
+        if [[ $command == "moxel run $class "* && "${commands[*]}" != *" $class.png"* ]]; then
+            eval "words=($command)"
+            moxel_picture "$(valueOf input "${words[@]}")" "$(valueOf output "${words[@]}")" "$class.png"
+            break
+        fi
+    done
+    mv "$class.png" "$pictures"
 done

@@ -10,6 +10,7 @@
 #include "Core/private/AlgoInfoAccess.h"
 #include "Core/private/PropertyValue.h"
 #include "Core/private/Rules/RuleIsAnEnumOfType.h"
+#include "Core/private/Rules/RuleWhenGiven.h"
 
 // What the lines of an algorithm's `init` are made of. A line reads like a row of the property table:
 //
@@ -29,7 +30,20 @@ auto rule(Argument const&... arguments)
     };
 }
 
-/// The same for rules of one value type.
+/// The same for a property that may be null, to which the rule is then not applied.
+template <template <class> class Rule, class... Argument>
+auto ruleWhenGiven(Argument const&... arguments)
+{
+    return [bound = std::tuple<Argument const&...>(arguments...)](auto& property) {
+        using Value = typename std::remove_reference_t<decltype(property)>::Value;
+        using Guarded = RuleWhenGiven<Value, Rule<Value>>;
+        std::apply(
+            [&](auto const&... a) { PropertyAccess::addRule<Value>(property, boost::make_shared<Guarded>(a...)); },
+            bound);
+    };
+}
+
+/// A rule of one value type.
 template <class Rule, class... Argument>
 auto rule(Argument const&... arguments)
 {

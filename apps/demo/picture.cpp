@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <cmath>
 #include <iostream>
 #include <vector>
 
@@ -67,7 +68,8 @@ Plane shrunk(Plane const& plane, unsigned int longest)
     return result;
 }
 
-void paint(Plane const& plane, mox::ImageModel& picture, unsigned int left)
+/// Of as many levels as asked, the fewer the smaller the file.
+void paint(Plane const& plane, unsigned int levels, mox::ImageModel& picture, unsigned int left)
 {
     auto const [low, high] = std::minmax_element(plane.values.begin(), plane.values.end());
     double const range = std::max(*high - *low, 1e-300);
@@ -76,14 +78,16 @@ void paint(Plane const& plane, mox::ImageModel& picture, unsigned int left)
         for (unsigned int y = 0; y < plane.rows; ++y) {
             for (unsigned int x = 0; x < plane.columns; ++x) {
                 double const value = plane.at(x, y, std::min(channel, plane.channels - 1));
-                row[x] = static_cast<unsigned char>((value - *low) / range * 255);
+                double const level = std::floor((value - *low) / range * (levels - 1));
+                row[x] = static_cast<unsigned char>(level * 255 / (levels - 1));
             }
             picture.writeRowAt(plane.columns, row.data(), left, y, 0, 0, channel);
         }
     }
 }
 
-void makePicture(std::vector<std::string> const& files, std::string const& path, unsigned int longest)
+void makePicture(std::vector<std::string> const& files, std::string const& path, unsigned int longest,
+                 unsigned int levels)
 {
     std::vector<Plane> planes;
     unsigned int width = 0;
@@ -103,7 +107,7 @@ void makePicture(std::vector<std::string> const& files, std::string const& path,
     }
     unsigned int left = 0;
     for (Plane const& plane : planes) {
-        paint(plane, picture, left);
+        paint(plane, levels, picture, left);
         left += plane.columns + gap;
     }
     moxel::writeImage(picture, path, moxel::formatOf(path), moxel::Compression::deflate);
@@ -117,14 +121,16 @@ int main(int argc, char** argv)
     std::vector<std::string> files(2);
     std::string picture;
     unsigned int longest = 256;
+    unsigned int levels = 256;
     app.add_option("input", files[0], "image")->required();
     app.add_option("output", files[1], "image made of it")->required();
     app.add_option("picture", picture, "PNG to write")->required();
     app.add_option("--longest", longest, "shrink each image until its longer side has at most that many voxels")
         ->check(CLI::Range(16, 4096));
+    app.add_option("--levels", levels, "paint with that many levels; few make a small file")->check(CLI::Range(2, 256));
     CLI11_PARSE(app, argc, argv);
     try {
-        makePicture(files, picture, longest);
+        makePicture(files, picture, longest, levels);
     } catch (std::exception const& error) {
         std::cerr << error.what() << '\n';
         return 1;

@@ -3,13 +3,12 @@
 #include <Moxelcore/Core/InMemoryImage.h>
 
 #include <filesystem>
-#include <optional>
 #include <utility>
 
 #include "apps/moxel/Colours.h"
 #include "apps/moxel/Errors.h"
 #include "apps/moxel/ImageFile.h"
-#include "apps/moxel/TemporaryFile.h"
+#include "apps/moxel/ResultFile.h"
 
 namespace moxel {
 
@@ -43,12 +42,11 @@ private:
 class OutputImage final : public PropertyBinding {
 public:
     OutputImage(mox::Property<mox::ImageModel*>& property, std::string const& path, BindingOptions const& options)
-        : path_(path)
+        : file_(path)
         , format_(formatOf(path))
         , compression_(options.compression)
         , inColours_(options.inColours)
     {
-        withPath([this] { requireWritable(path_); });
         image_.allocate(options.voxelType.value_or(mox::MOX_UINT8), 0, 0, 0, 0, 0);
         property.set(&image_);
     }
@@ -57,41 +55,26 @@ public:
     void check() const override
     {
         if (image_.getSize(mox::COLUMNS) != 0) {
-            withPath([this] { inColours_ ? requireColourForm(image_) : requireForm(image_, format_); });
+            file_.guard([this] { inColours_ ? requireColourForm(image_) : requireForm(image_, format_); });
         }
     }
 
     void store() override
     {
-        withPath([this] {
-            file_.emplace(path_);
+        file_.store([this](std::filesystem::path const& path) {
             auto const picture = inColours_ ? colourPicture(image_) : nullptr;
-            writeImage(picture ? *picture : image_, file_->path(), format_, compression_);
+            writeImage(picture ? *picture : image_, path, format_, compression_);
         });
     }
 
-    void publish() override
-    {
-        withPath([this] { file_->publish(); });
-    }
+    void publish() override { file_.publish(); }
 
 private:
-    template <class Work>
-    void withPath(Work const& work) const
-    {
-        try {
-            work();
-        } catch (FileError const& error) {
-            throw FileError("cannot write " + quoted(path_) + ": " + error.what());
-        }
-    }
-
-    std::filesystem::path path_;
+    ResultFile file_;
     ImageFormat format_;
     Compression compression_;
     bool inColours_;
     mox::memory::InMemoryImage image_;
-    std::optional<TemporaryFile> file_;
 };
 
 template <class T>

@@ -5,11 +5,10 @@
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
-#include <optional>
 #include <utility>
 
 #include "apps/moxel/Errors.h"
-#include "apps/moxel/TemporaryFile.h"
+#include "apps/moxel/ResultFile.h"
 
 namespace moxel {
 
@@ -37,42 +36,10 @@ void readModel(Model& model, std::string const& path)
     }
 }
 
-/// A file that takes a model when all results are there.
-class ModelFile {
-public:
-    explicit ModelFile(std::filesystem::path path)
-        : path_(std::move(path))
-    {
-        withPath([this] { requireWritable(path_); });
-    }
-
-    void store(Model const& model)
-    {
-        withPath([&] {
-            file_.emplace(path_);
-            model.write(file_->path().c_str(), modeOf(path_), true);
-        });
-    }
-
-    void publish()
-    {
-        withPath([this] { file_->publish(); });
-    }
-
-private:
-    template <class Work>
-    void withPath(Work const& work) const
-    {
-        try {
-            work();
-        } catch (FileError const& error) {
-            throw FileError("cannot write " + quoted(path_) + ": " + error.what());
-        }
-    }
-
-    std::filesystem::path path_;
-    std::optional<TemporaryFile> file_;
-};
+void storeModel(Model const& model, ResultFile& file)
+{
+    file.store([&](std::filesystem::path const& path) { model.write(path.c_str(), modeOf(file.path()), true); });
+}
 
 class InputModel final : public PropertyBinding {
 public:
@@ -109,13 +76,13 @@ public:
         property_.set(&model_);
     }
 
-    void store() override { file_.store(model_); }
+    void store() override { storeModel(model_, file_); }
     void publish() override { file_.publish(); }
 
 private:
     mox::Property<Model*>& property_;
     std::string path_;
-    ModelFile file_;
+    ResultFile file_;
     Model model_;
 };
 
@@ -130,11 +97,11 @@ public:
     NewModel& operator=(NewModel const&) = delete;
     ~NewModel() override { delete model_; }
 
-    void store() override { file_.store(*model_); }
+    void store() override { storeModel(*model_, file_); }
     void publish() override { file_.publish(); }
 
 private:
-    ModelFile file_;
+    ResultFile file_;
     Model* model_ = nullptr;
 };
 

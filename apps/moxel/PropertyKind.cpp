@@ -15,6 +15,8 @@
 #include "apps/moxel/Enumerators.h"
 #include "apps/moxel/ImageBinding.h"
 #include "apps/moxel/ModelBinding.h"
+#include "apps/moxel/PointsFile.h"
+#include "apps/moxel/TransformationBinding.h"
 #include "apps/moxel/ValueForm.h"
 
 namespace moxel {
@@ -58,13 +60,21 @@ PropertyKind value()
     return kind;
 }
 
-/// A value that lives outside the property.
+/// A value that lives outside the property, perhaps in a file.
 template <class T>
 struct HeldValue final : PropertyBinding {
     T value;
+    std::string path;
+
+    void load() override
+    {
+        if (!path.empty()) {
+            value = readPoints<std::remove_cvref_t<decltype(value[0])>>(path);
+        }
+    }
 };
 
-/// `Pointer` leads to a value, const or not.
+/// `Pointer` leads to a list of points, const or not.
 template <class Pointer>
 PropertyKind pointer()
 {
@@ -74,7 +84,11 @@ PropertyKind pointer()
     PropertyKind kind = {.isKindOf = isA<P>, .typeName = [](BaseProperty const&) { return Form::name(); }};
     kind.bind = [](BaseProperty& property, std::string const& text, BindingOptions const&) -> PropertyKind::Binding {
         auto held = std::make_unique<HeldValue<T>>();
-        held->value = Form::parse(text);
+        if (namesPointsFile(text)) {
+            held->path = text;
+        } else {
+            held->value = Form::parse(text);
+        }
         as<P>(property).set(&held->value);
         return held;
     };
@@ -156,6 +170,17 @@ PropertyKind model(decltype(PropertyKind::bind) bind)
             .bind = bind};
 }
 
+PropertyKind transformation()
+{
+    return {.isKindOf = holdsTransformation,
+            .typeName = [](BaseProperty const&) { return std::string("transformation"); },
+            .isFile = true,
+            .bind = bindTransformation,
+            .prepareResult = prepareTransformation,
+            .text = transformationText,
+            .json = transformationJson};
+}
+
 /// Whole numbers, texture features by name too.
 PropertyKind integers()
 {
@@ -191,6 +216,7 @@ std::vector<PropertyKind> makeKinds()
             model<mox::classification::TextureClassificationModel const*>(bindInputModel),
             model<mox::classification::TextureClassificationModel*>(bindChangedModel),
             model<mox::classification::TextureClassificationModel**>(bindNewModel),
+            transformation(),
             value<mox::Vector<unsigned char>>(),
             integers(),
             value<mox::Vector<unsigned int>>(),

@@ -24,7 +24,7 @@ struct PropertyKind {
     Binding (*bind)(mox::BaseProperty&, std::string const& text, BindingOptions const&) = nullptr;
     /// Gives a result the place that it needs. Null where it needs none.
     Binding (*prepareResult)(mox::BaseProperty&) = nullptr;
-    /// The value in its two forms. Null for files.
+    /// The value in its two forms. Null for what is only ever in a file.
     std::string (*text)(mox::BaseProperty const&) = nullptr;
     Json (*json)(mox::BaseProperty const&) = nullptr;
 };

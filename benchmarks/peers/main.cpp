@@ -12,6 +12,7 @@ void compareDecimation();
 void compareLabeling();
 void compareLists();
 void comparePointOperations();
+void compareRegistration();
 void compareSmallElements();
 void compareVolumes();
 void compareThreshold();
@@ -30,7 +31,8 @@ constexpr Group groups[] = {{"Threshold", mox::benchmarks::compareThreshold},
                             {"PointOperations", mox::benchmarks::comparePointOperations},
                             {"SmallElements", mox::benchmarks::compareSmallElements},
                             {"Lists", mox::benchmarks::compareLists},
-                            {"Volumes", mox::benchmarks::compareVolumes}};
+                            {"Volumes", mox::benchmarks::compareVolumes},
+                            {"Registration", mox::benchmarks::compareRegistration}};
 
 } // namespace
 

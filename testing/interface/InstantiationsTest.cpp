@@ -134,6 +134,12 @@ void expectTableProperty()
     EXPECT_EQ(property.get(), &lut);
 }
 
+TEST(Instantiations, holdThePropertiesOfRegistration)
+{
+    expectProperties<geometry::Transformation2DHandler*, geometry::Transformation3DHandler*>();
+    expectProperties<registration::LandmarkRegistration3D::TransformationType>();
+}
+
 TEST(Instantiations, holdThePropertiesOfLookUpTables)
 {
     using namespace morphology;

@@ -31,6 +31,16 @@
 #include <Moxelcore/Core/PropertyEnumeration.h>
 #include <Moxelcore/Core/Runnable.h>
 #include <Moxelcore/Core/VoxelTypeDispatch.h>
+#include <Moxelcore/Geometry/AffineTransformation2D.h>
+#include <Moxelcore/Geometry/AffineTransformation3D.h>
+#include <Moxelcore/Geometry/PolynomialOrder2Transformation2D.h>
+#include <Moxelcore/Geometry/PolynomialOrder3Transformation2D.h>
+#include <Moxelcore/Geometry/ProjectiveTransformation2D.h>
+#include <Moxelcore/Geometry/RigidTransformation2D.h>
+#include <Moxelcore/Geometry/RigidTransformation3D.h>
+#include <Moxelcore/Geometry/TransformationHandler.h>
+#include <Moxelcore/Geometry/Translation2D.h>
+#include <Moxelcore/Geometry/Translation3D.h>
 #include <Moxelcore/Math/MathProperty.h>
 #include <Moxelcore/Miscellaneous/BorderConditionExtrapole.h>
 #include <Moxelcore/Miscellaneous/Decimate2D.h>
@@ -53,6 +63,9 @@
 #include <Moxelcore/PointOperations/LogicalNotProcessing.h>
 #include <Moxelcore/PointOperations/LogicalValueProcessing.h>
 #include <Moxelcore/PointOperations/MaskImageProcessing.h>
+#include <Moxelcore/Registration/LandmarkRegistration2D.h>
+#include <Moxelcore/Registration/LandmarkRegistration3D.h>
+#include <Moxelcore/Registration/ShapeBasedMatching2D.h>
 #include <Moxelcore/Segmentation/IntensityExtrema.h>
 #include <Moxelcore/Segmentation/Labeling.h>
 #include <Moxelcore/Segmentation/TextureFeatureExtraction2D.h>
