@@ -64,8 +64,8 @@ std::vector<StageExtent> extentsOf(RowProgram const& program);
 /// How many voxels of the stages are kept at once in a leaf.
 std::size_t keptVoxels(std::span<StageExtent const> extents, filters::LeafShape const& leaf);
 
-/// A leaf with which the kept rows of each program stay in the caches, if it can be; null where even with a small one
-/// they would take too much memory.
+/// A leaf with which the kept rows of the first program stay in the caches, if it can be, and those of the others take
+/// no more than a few MiB; null where even with a small leaf some take more.
 std::optional<filters::LeafShape> leafFor(std::span<RowProgram const> programs, access::Sizes const& sizes,
                                           std::size_t bytesOfVoxel);
 

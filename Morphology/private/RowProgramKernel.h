@@ -70,7 +70,8 @@ private:
 
         std::size_t slotOf(int y, int z) const
         {
-            return static_cast<std::size_t>((z - least.plan) % plansKept * rowsKept + (y - least.row) % rowsKept);
+            int const row = (y - least.row) % rowsKept;
+            return static_cast<std::size_t>(plansKept == 1 ? row : (z - least.plan) % plansKept * rowsKept + row);
         }
 
         kernel::Offset3D least;

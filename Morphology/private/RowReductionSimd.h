@@ -24,6 +24,12 @@ public:
             return reduceTo<2>(Few<T, 4>(rows), out, count);
         case 5:
             return reduceTo<2>(Few<T, 5>(rows), out, count);
+        case 6:
+            return reduceTo<2>(Few<T, 6>(rows), out, count);
+        case 7:
+            return reduceTo<2>(Few<T, 7>(rows), out, count);
+        case 8:
+            return reduceTo<2>(Few<T, 8>(rows), out, count);
         default:
             return reduceTo<4>(Many<T>{{rows, numOfRows}}, out, count);
         }
@@ -53,7 +59,7 @@ private:
         MOX_SSE41 __m128i at(unsigned int x) const
         {
             __m128i running = Lane<T>::load(rows[0] + x);
-#pragma GCC unroll 4
+#pragma GCC unroll 8
             for (std::size_t k = 1; k < numOfRows; ++k) {
                 running = keep<T>(running, Lane<T>::load(rows[k] + x));
             }

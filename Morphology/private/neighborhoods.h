@@ -26,6 +26,12 @@ struct Offset3D {
     bool operator==(Offset3D const&) const = default;
 };
 
+/// An offset and n steps from there.
+constexpr Offset3D plus(Offset3D const& offset, Offset3D const& step, int n)
+{
+    return {offset.column + n * step.column, offset.row + n * step.row, offset.plan + n * step.plan};
+}
+
 constexpr Offset3D inSpace(Offset2D const& offset)
 {
     return {offset.column, offset.row, 0};

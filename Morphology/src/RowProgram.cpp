@@ -84,19 +84,18 @@ std::optional<filters::LeafShape> leafFor(std::span<RowProgram const> programs, 
     auto const wellAbove = [](int width) { return std::max(128U, 8 * static_cast<unsigned int>(width)); };
     filters::LeafShape leaf{isInPlane ? 1 : wellAbove(reach.most.plan - reach.least.plan),
                             isInPlane ? wellAbove(heightOf(reach)) : 64, std::max(sizes.columns, 1U)};
-    auto const takesMoreThan = [&](std::size_t bytes) {
-        return [&, bytes] {
-            return std::any_of(extents.begin(), extents.end(),
-                               [&](auto const& of) { return keptVoxels(of, leaf) * bytesOfVoxel > bytes; });
-        };
+    auto const bytesOf = [&](auto const& extentsOfOne) { return keptVoxels(extentsOfOne, leaf) * bytesOfVoxel; };
+    auto const leavesCache = [&] { return bytesOf(extents.front()) > bytesThatStayInCache; };
+    auto const isTooLarge = [&] {
+        return std::any_of(extents.begin(), extents.end(), [&](auto const& one) { return bytesOf(one) > bytesAtMost; });
     };
     if (!isInPlane) {
-        shrink(leaf.rows, 16, takesMoreThan(bytesThatStayInCache));
+        shrink(leaf.rows, 16, leavesCache);
     }
-    shrink(leaf.columns, isInPlane ? 1024 : 256, takesMoreThan(bytesThatStayInCache));
-    shrink(leaf.columns, 64, takesMoreThan(bytesAtMost));
-    shrink(leaf.rows, 8, takesMoreThan(bytesAtMost));
-    return takesMoreThan(bytesAtMost)() ? std::nullopt : std::optional(leaf);
+    shrink(leaf.columns, isInPlane ? 1024 : 256, leavesCache);
+    shrink(leaf.columns, 64, isTooLarge);
+    shrink(leaf.rows, 8, isTooLarge);
+    return isTooLarge() ? std::nullopt : std::optional(leaf);
 }
 
 } // namespace mox::morphology

@@ -1,6 +1,7 @@
 #include "Morphology/private/chains.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace mox::morphology {
 
@@ -13,7 +14,7 @@ constexpr Offset3D down{0, 1, 0};
 constexpr Offset3D back{0, 0, 1};
 
 // Longer ones would read too far around a leaf.
-constexpr unsigned int mostInPlane = 32;
+constexpr unsigned int mostInPlane = 31;
 constexpr unsigned int mostInSpace = 12;
 
 bool isSquare(Element const& element)
@@ -44,40 +45,39 @@ bool areChained(Element const& a, Element const& b)
     return mostIterations(a) != 0 && mostIterations(a) == mostIterations(b);
 }
 
-constexpr Offset3D times(Offset3D const& step, int n)
-{
-    return {n * step.column, n * step.row, n * step.plan};
-}
-
 /// Appends a stage whose taps see the last one at the given multiples of a step.
 void appendAlong(RowProgram& program, Offset3D const& step, std::initializer_list<int> multiples,
                  bool endsIteration = false)
 {
     Stage stage;
     for (int const n : multiples) {
-        stage.taps.push_back({program.last(), times(step, n)});
+        stage.taps.push_back({program.last(), plus({0, 0, 0}, step, n)});
     }
     stage.endsIteration = endsIteration;
     program.append(std::move(stage));
 }
 
-/// The run of 2n + 1 voxels around the voxel. Each stage makes a run up to four times as long as the one before, the
-/// last one of runs that overlap.
+/// The run of voxels from an offset on. A long one is made of overlapping runs of about the square root of its length.
+void appendRun(RowProgram& program, Offset3D first, Offset3D const& step, int length)
+{
+    constexpr int atOnce = 8;
+    int const part = length <= atOnce ? 1 : static_cast<int>(std::ceil(std::sqrt(length)));
+    if (part > 1) {
+        appendRun(program, first, step, part);
+        first = {0, 0, 0};
+    }
+    Stage stage;
+    for (int begin = 0; begin < length; begin += part) {
+        stage.taps.push_back({program.last(), plus(first, step, std::min(begin, length - part))});
+    }
+    program.append(std::move(stage));
+}
+
+/// The run of 2n + 1 voxels around the voxel.
 void appendRun(RowProgram& program, Offset3D const& step, unsigned int n)
 {
-    int const wanted = 2 * static_cast<int>(n) + 1;
-    int first = -static_cast<int>(n);
-    for (int length = 1; length < wanted; first = 0) {
-        int const count = std::min(4, (wanted + length - 1) / length);
-        int const next = std::min(4 * length, wanted);
-        Stage stage;
-        for (int i = 0; i + 1 < count; ++i) {
-            stage.taps.push_back({program.last(), times(step, first + i * length)});
-        }
-        stage.taps.push_back({program.last(), times(step, first + next - length)});
-        program.append(std::move(stage));
-        length = next;
-    }
+    int const reach = static_cast<int>(n);
+    appendRun(program, plus({0, 0, 0}, step, -reach), step, 2 * reach + 1);
 }
 
 void appendCross(RowProgram& program, bool endsIteration)
@@ -90,18 +90,16 @@ void appendCross(RowProgram& program, bool endsIteration)
     program.append(std::move(stage));
 }
 
-/// A diamond of radius m at the four voxels k away is one of radius m + k, for k up to m.
+/// Runs of n voxels along both diagonals make every second voxel of a diamond of radius n - 1; a cross fills it up to
+/// radius n.
 void appendDiamond(RowProgram& program, unsigned int n)
 {
-    appendCross(program, false);
-    for (int radius = 1; radius < static_cast<int>(n);) {
-        int const k = std::min(radius, static_cast<int>(n) - radius);
-        program.append({{{program.last(), {0, -k, 0}},
-                         {program.last(), {-k, 0, 0}},
-                         {program.last(), {k, 0, 0}},
-                         {program.last(), {0, k, 0}}}});
-        radius += k;
+    int const length = static_cast<int>(n);
+    if (length > 1) {
+        appendRun(program, {1 - length, 0, 0}, {1, 1, 0}, length);
+        appendRun(program, {0, 0, 0}, {1, -1, 0}, length);
     }
+    appendCross(program, false);
 }
 
 } // namespace
@@ -166,8 +164,8 @@ RowProgram foldedProgram(Steps const& steps)
             appendDiamond(program, step.iterations);
             continue;
         }
-        appendRun(program, down, step.iterations);
         appendRun(program, across, step.iterations);
+        appendRun(program, down, step.iterations);
         if (isCube(step.element)) {
             appendRun(program, back, step.iterations);
         }

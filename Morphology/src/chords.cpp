@@ -9,11 +9,6 @@ namespace {
 
 using kernel::Offset3D;
 
-constexpr Offset3D plus(Offset3D const& offset, Offset3D const& step, int n)
-{
-    return {offset.column + n * step.column, offset.row + n * step.row, offset.plan + n * step.plan};
-}
-
 struct Chord {
     Offset3D first;
     unsigned int length;

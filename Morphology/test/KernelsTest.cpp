@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstring>
 #include <random>
 
@@ -9,9 +10,12 @@
 #include "Morphology/private/ColumnsReductionSimd.h"
 #include "Morphology/private/NeighborhoodToValue.h"
 #include "Morphology/private/NeighborhoodToValueSimd.h"
+#include "Morphology/private/RowProgramKernel.h"
+#include "Morphology/private/chains.h"
+#include "Morphology/private/chords.h"
 #include "Morphology/private/runPasses.h"
 #include "testing/Images.h"
-#include "testing/references/morphology.h"
+#include "testing/references/morphologyElements.h"
 
 // The scheduler cuts as it likes; here a kernel meets leaves of every shape, on two images and in place.
 
@@ -155,6 +159,86 @@ void expectVectorKernels(std::mt19937& random)
         Neighborhood3dToValueSimd<Functor, Neighborhood3D_GenTag, OffsetList3D>(inSpace(deep)), listed(deep), random);
 }
 
+/// Voxels of which all, one or none is such that a folded chain is not right for it.
+template <class T>
+std::vector<T> voxelsFor(int round, std::size_t count, std::mt19937& random)
+{
+    auto voxels = randomVoxels<T>(random, count);
+    if constexpr (std::is_floating_point_v<T>) {
+        if (round % 3 == 0) {
+            return voxels;
+        }
+        for (T& voxel : voxels) {
+            voxel = std::isnan(voxel) || voxel == 0 ? T(0) : voxel;
+        }
+        if (round % 3 == 1) {
+            voxels[random() % count] = random() % 2 == 0 ? T(-0.0) : std::numeric_limits<T>::quiet_NaN();
+        }
+    }
+    return voxels;
+}
+
+/// A program in leaves of every shape against the definition of what it stands for.
+template <class T, class Functor>
+void expectReference(RowProgramKernel<Functor> kernel, std::vector<ReferenceStep> const& steps, Sizes const& most,
+                     std::mt19937& random)
+{
+    LeafKernelOf<T, Vector, RowProgramKernel<Functor>> const leafKernel(std::move(kernel));
+    T const outside = Functor::template outside<T>;
+    Extremum const extremum = std::is_same_v<Functor, DilationFunctor> ? Extremum::maximum : Extremum::minimum;
+    for (int round = 0; round < 6; ++round) {
+        Sizes const sizes = randomSizes(random, most);
+        Sizes const leaf = randomSizes(random, {sizes.columns, sizes.rows, sizes.plans, 1, 1});
+        auto const voxels = voxelsFor<T>(round, sizes.numOfVoxels(), random);
+        auto const wanted = extremumReference(voxels, sizes, steps, extremum);
+        auto const image = makeImage(sizes, voxels);
+        auto const output = makeImage(sizes, std::vector<T>(voxels.size(), T(77)));
+        runOver<T, Vector, InputToOutput>(*image, *output, leafKernel, outside, leaf);
+        ASSERT_TRUE(sameBits(voxelsOf<T>(*output), wanted, "two images"));
+        runOver<T, Vector, OutputToOutput>(*image, *image, leafKernel, outside, leaf);
+        ASSERT_TRUE(sameBits(voxelsOf<T>(*image), wanted, "in place"));
+    }
+}
+
+template <class T, class Functor>
+void expectChains(std::mt19937& random)
+{
+    using access::Neighborhood2D_4Tag;
+    auto const expectChain = [&](Steps const& steps, std::vector<ReferenceStep> const& reference, Sizes const& most) {
+        RowProgramKernel<Functor> kernel(foldedProgram(steps), literalProgram(steps), {1, 1, 1}, 1);
+        expectReference<T, Functor>(std::move(kernel), reference, most, random);
+    };
+    for (unsigned int const n : {1U, 2U, 3U, 4U, 7U}) {
+        expectChain({{SquareElement(), n}}, {{squareOf9(), n}}, {70, 20, 2, 1, 1});
+        expectChain({{Neighborhood2D_4Tag(), n}}, {{cross4(), n}}, {70, 20, 2, 1, 1});
+    }
+    expectChain({{SquareElement(), 2}, {Neighborhood2D_4Tag(), 3}}, {{squareOf9(), 2}, {cross4(), 3}},
+                {40, 20, 1, 1, 1});
+    expectChain({{CubeElement(), 2}}, {{cubeOf27(), 2}}, {30, 9, 8, 1, 1});
+    expectChain({{CubeElement(), 4}}, {{cubeOf27(), 4}}, {20, 9, 9, 1, 1});
+}
+
+template <class T, class Functor>
+void expectChords(std::mt19937& random)
+{
+    auto const expectList = [&](std::vector<Offset> const& offsets, Sizes const& most) {
+        RowProgramKernel<Functor> kernel(chordProgram(inSpace(offsets)), {1, 1, 1});
+        expectReference<T, Functor>(std::move(kernel), {{listed(offsets), 1}}, most, random);
+    };
+    expectList(diskReference(1), {50, 20, 1, 1, 1});
+    expectList(diskReference(4), {50, 20, 2, 1, 1});
+    expectList(diskReference(9), {50, 30, 1, 1, 1});
+    expectList(ballReference(2), {20, 9, 8, 1, 1});
+    expectList(ballReference(3), {20, 9, 8, 1, 1});
+    for (double const angle : {0.0, 30.0, 45.0, 90.0, 135.0, 200.0, 270.0, 315.0}) {
+        expectList(lineReference2D(angle, 9), {50, 20, 1, 1, 1});
+    }
+    for (int round = 0; round < 5; ++round) {
+        expectList(someOffsets(random, 0), {50, 20, 1, 1, 1});
+        expectList(someOffsets(random, 3), {20, 9, 8, 1, 1});
+    }
+}
+
 template <class T>
 class MorphologyKernels : public ::testing::Test {
 };
@@ -173,6 +257,20 @@ TYPED_TEST(MorphologyKernels, ofTheVectorLevelFollowTheDefinition)
     std::mt19937 random(2);
     expectVectorKernels<TypeParam, DilationFunctor>(random);
     expectVectorKernels<TypeParam, ErosionFunctor>(random);
+}
+
+TYPED_TEST(MorphologyKernels, runChainsAsTheirIterations)
+{
+    std::mt19937 random(3);
+    expectChains<TypeParam, DilationFunctor>(random);
+    expectChains<TypeParam, ErosionFunctor>(random);
+}
+
+TYPED_TEST(MorphologyKernels, runListsByTheirChords)
+{
+    std::mt19937 random(4);
+    expectChords<TypeParam, DilationFunctor>(random);
+    expectChords<TypeParam, ErosionFunctor>(random);
 }
 
 } // namespace

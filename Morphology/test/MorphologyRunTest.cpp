@@ -9,6 +9,7 @@
 #include <tbb/global_control.h>
 
 #include <chrono>
+#include <cmath>
 #include <cstring>
 #include <thread>
 
@@ -143,6 +144,114 @@ TYPED_TEST(MorphologyRun, followsTheDefinition)
                         << chain << family << " in place, level " << level;
                 }
             }
+        }
+    }
+}
+
+/// Runs at both levels, on two images and in place, on 1 to 8 threads, and compares.
+template <class T>
+void expectSameAtBothLevels(MorphologyObject const& object, Sizes const& sizes, std::vector<T> const& voxels,
+                            std::string const& what)
+{
+    static std::size_t threads = 0;
+    threads = threads % 8 + 1;
+    tbb::global_control const limit(tbb::global_control::max_allowed_parallelism, threads);
+    auto const image = makeImage(sizes, voxels);
+    std::vector<T> wanted;
+    for (OptimLevelType const level : {OptimLevelType::SCALAR, OptimLevelType::VEC_SSE}) {
+        object.setLevel(level);
+        memory::InMemoryImage output;
+        object.setImages(*image, output);
+        object->run();
+        wanted = wanted.empty() ? voxelsOf<T>(output) : wanted;
+        ASSERT_TRUE(sameBits(voxelsOf<T>(output), wanted)) << what << " level " << level;
+    }
+    object.setImages(*image, *image);
+    object->run();
+    ASSERT_TRUE(sameBits(voxelsOf<T>(*image), wanted)) << what << " in place";
+}
+
+/// Clean floating voxels, which the vector level may take together, or some among them that it may not.
+template <class T>
+std::vector<T> voxelsFor(unsigned int round, std::size_t count, std::mt19937& random)
+{
+    auto voxels = randomVoxels<T>(random, count);
+    if constexpr (std::is_floating_point_v<T>) {
+        for (T& voxel : voxels) {
+            voxel = std::isnan(voxel) || voxel == 0 ? T(0) : voxel;
+        }
+        for (unsigned int i = 0; i < round % 3; ++i) {
+            voxels[random() % count] = i == 0 ? std::numeric_limits<T>::quiet_NaN() : T(-0.0);
+        }
+    }
+    return voxels;
+}
+
+TYPED_TEST(MorphologyRun, givesTheSameBitsAtBothLevelsForLargeElements)
+{
+    using T = TypeParam;
+    if (std::is_integral_v<T> && sizeof(T) == 8) {
+        GTEST_SKIP() << "64-bit integers have one level";
+    }
+    std::mt19937 random(21);
+    for (unsigned int n = 1; n <= 40; n += 1 + n / 6) {
+        Sizes const sizes{50 + static_cast<unsigned int>(random() % 100),
+                          40 + static_cast<unsigned int>(random() % 300), 1, 1, 1};
+        auto const voxels = voxelsFor<T>(n, sizes.numOfVoxels(), random);
+        for (int const neighborhood : {MOX_NEIGHBORHOOD2D_4, MOX_NEIGHBORHOOD2D_8}) {
+            MorphologyObject const object(n % 2 == 0 ? "Closing2D" : "Opening2D");
+            object.property<unsigned int>("nbIter") = n;
+            object.property<int>("neighborhood2D") = neighborhood;
+            expectSameAtBothLevels(object, sizes, voxels, std::to_string(n) + " iterations");
+        }
+        MorphologyObject const fast(n % 2 == 0 ? "DilationDisk2D" : "ErosionDisk2D");
+        fast.property<unsigned int>("elementSize") = n;
+        expectSameAtBothLevels(fast, sizes, voxels, "fast disk " + std::to_string(n));
+    }
+    for (unsigned int n = 1; n <= 15; n += 1 + n / 3) {
+        Sizes const sizes{40, 20, 25, 1, 1};
+        auto const voxels = voxelsFor<T>(n, sizes.numOfVoxels(), random);
+        MorphologyObject const cube(n % 2 == 0 ? "Closing3D" : "Opening3D");
+        cube.property<unsigned int>("nbIter") = n;
+        expectSameAtBothLevels(cube, sizes, voxels, std::to_string(n) + " cubes");
+    }
+}
+
+TYPED_TEST(MorphologyRun, givesTheSameBitsAtBothLevelsForLongLists)
+{
+    using T = TypeParam;
+    if (std::is_integral_v<T> && sizeof(T) == 8) {
+        GTEST_SKIP() << "64-bit integers have one level";
+    }
+    std::mt19937 random(22);
+    auto const choose = [&](char const* family) {
+        return MorphologyObject(std::string(random() % 2 == 0 ? "Closing" : "Erosion") + family);
+    };
+    Sizes const plane{61, 45, 1, 1, 1};
+    for (unsigned int const radius : {2U, 6U, 13U, 22U, 30U}) {
+        MorphologyObject const disk = choose("Disk2D");
+        disk.property<unsigned int>("elementSize") = radius;
+        disk.property<int>("precision") = MOX_ALGO_PRECISE;
+        expectSameAtBothLevels(disk, plane, randomVoxels<T>(random, plane.numOfVoxels()), "disk");
+    }
+    for (int angle = 0; angle < 360; angle += 5) {
+        MorphologyObject const line = choose("Line2D");
+        line.property<double>("orientationAngle") = angle;
+        line.property<unsigned int>("elementSize") = 2 + static_cast<unsigned int>(random() % 40);
+        expectSameAtBothLevels(line, plane, randomVoxels<T>(random, plane.numOfVoxels()), "line");
+    }
+    Sizes const space{30, 17, 14, 1, 1};
+    for (char const* const family : {"Ball3D", "Disk3D", "Line3D"}) {
+        for (unsigned int const size : {2U, 5U}) {
+            MorphologyObject const object = choose(family);
+            object.property<unsigned int>("elementSize") = size;
+            if (object->getPropertyfromName("precision") != nullptr) {
+                object.property<int>("precision") = MOX_ALGO_PRECISE;
+            } else {
+                object.property<double>("thetaAngle") = 30.0 * size;
+                object.property<double>("phiAngle") = 20.0 * size;
+            }
+            expectSameAtBothLevels(object, space, randomVoxels<T>(random, space.numOfVoxels()), family);
         }
     }
 }

@@ -196,15 +196,17 @@ Peer dilationOfPlans(std::vector<cv::Mat> const& elementAt, int rows, int iterat
     return [=](cv::Mat const& input, cv::Mat& output) {
         int const plans = input.rows / rows;
         auto const plan = [rows](cv::Mat const& all, int z) { return all.rowRange(z * rows, (z + 1) * rows); };
-        static std::vector<cv::Mat> dilated;
-        dilated.resize(elementAt.size());
+        static std::vector<cv::Mat> made; // kept from call to call, as a program that cares for speed would
+        made.resize(std::max(made.size(), elementAt.size()));
+        std::vector<cv::Mat> dilated(elementAt.size());
         for (std::size_t d = 0; d < elementAt.size(); ++d) {
             bool const isPoint = elementAt[d].total() == 1;
             if (isPoint || (d > 0 && elementAt[d].data == elementAt[d - 1].data)) {
                 dilated[d] = isPoint ? input : dilated[d - 1];
                 continue;
             }
-            dilated[d] = cv::Mat(input.size(), input.type());
+            made[d].create(input.size(), input.type());
+            dilated[d] = made[d];
             for (int z = 0; z < plans; ++z) {
                 cv::Mat target = plan(dilated[d], z);
                 cv::dilate(plan(input, z), target, elementAt[d], {-1, -1}, iterations,

@@ -78,7 +78,8 @@ inline double scoreAt(Matching const& m, int x, int y, double scale, double rota
             double const ix = m.inputX.at(atX, atY);
             double const iy = m.inputY.at(atX, atY);
             double const n = std::sqrt(ix * ix + iy * iy);
-            sum += n > 0 ? dx / length * (ix / n) + dy / length * (iy / n) : 0.0;
+            double const term = dx / length * ix + dy / length * iy;
+            sum += n > 0 ? term / n : term;
         }
     }
     return m.isAbsolute ? std::abs(sum) : sum;

@@ -46,6 +46,9 @@ GradientPlane::GradientPlane(ImageModel const& x, ImageModel const& y)
     , stride_(std::ptrdiff_t{margin} + columns_ + margin)
     , x_(static_cast<std::size_t>(rows_ * stride_))
     , y_(x_.size())
+    , length_(x_.size(), 1.0)
+    , unitX_(x_.size())
+    , unitY_(x_.size())
 {
     std::vector<double> const gradientX = readPlane(x);
     std::vector<double> const gradientY = readPlane(y);
@@ -54,9 +57,11 @@ GradientPlane::GradientPlane(ImageModel const& x, ImageModel const& y)
         auto const row = static_cast<int>(i / static_cast<std::size_t>(columns_));
         auto const place = static_cast<std::size_t>(offset(column, row));
         double const length = std::sqrt(gradientX[i] * gradientX[i] + gradientY[i] * gradientY[i]);
-        double const divisor = length > 0.0 ? length : 1.0;
-        x_[place] = gradientX[i] / divisor;
-        y_[place] = gradientY[i] / divisor;
+        x_[place] = gradientX[i];
+        y_[place] = gradientY[i];
+        length_[place] = length > 0.0 ? length : 1.0;
+        unitX_[place] = gradientX[i] / length_[place];
+        unitY_[place] = gradientY[i] / length_[place];
     }
 }
 

@@ -1,0 +1,294 @@
+#include "Morphology/private/RowProgram.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cmath>
+#include <random>
+#include <set>
+
+#include "Morphology/private/chains.h"
+#include "Morphology/private/chords.h"
+#include "testing/references/morphologyElements.h"
+
+// The planners, without an image: what a program sees is followed through its taps.
+
+namespace mox::testing {
+namespace {
+
+using namespace mox::morphology;
+using access::Neighborhood2D_4Tag;
+using kernel::Offset3D;
+using ::testing::ElementsAre;
+using ::testing::SizeIs;
+
+constexpr access::Sizes large{4096, 4096, 512, 1, 1};
+
+/// The image's voxels that a stage sees from the origin, in the order of comparison.
+std::vector<Offset> seenBy(RowProgram const& program, std::size_t stage)
+{
+    if (stage == 0) {
+        return {{0, 0, 0}};
+    }
+    std::vector<Offset> seen;
+    for (Tap const& tap : program.stages()[stage].taps) {
+        for (Offset const& o : seenBy(program, tap.stage)) {
+            seen.push_back({o[0] + tap.offset.column, o[1] + tap.offset.row, o[2] + tap.offset.plan});
+        }
+    }
+    return seen;
+}
+
+std::set<Offset> setSeenBy(RowProgram const& program)
+{
+    std::vector<std::set<Offset>> seen{{{0, 0, 0}}};
+    for (std::size_t k = 1; k < program.stages().size(); ++k) {
+        auto& ofStage = seen.emplace_back();
+        for (Tap const& tap : program.stages()[k].taps) {
+            for (Offset const& o : seen[tap.stage]) {
+                ofStage.insert({o[0] + tap.offset.column, o[1] + tap.offset.row, o[2] + tap.offset.plan});
+            }
+        }
+    }
+    return seen.back();
+}
+
+/// Without those that came before.
+std::vector<Offset> firstOnes(std::vector<Offset> const& offsets)
+{
+    std::set<Offset> known;
+    std::vector<Offset> first;
+    std::copy_if(offsets.begin(), offsets.end(), std::back_inserter(first),
+                 [&](Offset const& offset) { return known.insert(offset).second; });
+    return first;
+}
+
+std::size_t reads(RowProgram const& program)
+{
+    std::size_t count = 0;
+    for (Stage const& stage : program.stages()) {
+        count += stage.taps.size();
+    }
+    return count;
+}
+
+std::vector<Offset3D> inSpace(std::vector<Offset> const& offsets)
+{
+    std::vector<Offset3D> list;
+    for (Offset const& o : offsets) {
+        list.push_back({o[0], o[1], o[2]});
+    }
+    return list;
+}
+
+std::set<Offset> box(int reach, int plans)
+{
+    std::set<Offset> offsets;
+    for (int z = -plans; z <= plans; ++z) {
+        for (int y = -reach; y <= reach; ++y) {
+            for (int x = -reach; x <= reach; ++x) {
+                offsets.insert({x, y, z});
+            }
+        }
+    }
+    return offsets;
+}
+
+std::set<Offset> diamond(int radius)
+{
+    std::set<Offset> offsets = box(radius, 0);
+    std::erase_if(offsets, [&](Offset const& o) { return std::abs(o[0]) + std::abs(o[1]) > radius; });
+    return offsets;
+}
+
+TEST(Chains, foldSquaresIntoASquareOfFewReads)
+{
+    for (unsigned int n = 1; n <= 31; ++n) {
+        RowProgram const program = foldedProgram({{SquareElement(), n}});
+        EXPECT_EQ(setSeenBy(program), box(static_cast<int>(n), 0)) << n;
+        EXPECT_LE(reads(program), 2 * (4 * std::sqrt(n) + 4)) << n;
+    }
+}
+
+TEST(Chains, foldCrossesIntoADiamond)
+{
+    for (unsigned int n = 1; n <= 31; ++n) {
+        RowProgram const program = foldedProgram({{Neighborhood2D_4Tag(), n}});
+        EXPECT_EQ(setSeenBy(program), diamond(static_cast<int>(n))) << n;
+        EXPECT_LE(reads(program), 4 * std::sqrt(n) + 11) << n;
+    }
+}
+
+TEST(Chains, foldCubesIntoACube)
+{
+    for (unsigned int n = 1; n <= 12; ++n) {
+        int const reach = static_cast<int>(n);
+        EXPECT_EQ(setSeenBy(foldedProgram({{CubeElement(), n}})), box(reach, reach)) << n;
+    }
+}
+
+TEST(Chains, foldSquaresAndCrossesIntoAnOctagon)
+{
+    std::set<Offset> octagon;
+    for (Offset const& a : box(2, 0)) {
+        for (Offset const& b : diamond(3)) {
+            octagon.insert({a[0] + b[0], a[1] + b[1], 0});
+        }
+    }
+    EXPECT_EQ(setSeenBy(foldedProgram({{SquareElement(), 2}, {Neighborhood2D_4Tag(), 3}})), octagon);
+}
+
+TEST(Chains, literallyKeepTheOrderOfEachIteration)
+{
+    auto const flat = [](OrderedElement const& element) {
+        std::vector<Offset> offsets;
+        for (auto const& group : element) {
+            for (auto const& column : group) {
+                offsets.insert(offsets.end(), column.begin(), column.end());
+            }
+        }
+        return offsets;
+    };
+    RowProgram const square = literalProgram({{SquareElement(), 1}});
+    EXPECT_EQ(seenBy(square, square.last()), flat(squareOf9()));
+    RowProgram const cube = literalProgram({{CubeElement(), 1}});
+    EXPECT_EQ(seenBy(cube, cube.last()), flat(cubeOf27()));
+    RowProgram const cross = literalProgram({{Neighborhood2D_4Tag(), 1}});
+    EXPECT_EQ(seenBy(cross, cross.last()), flat(cross4()));
+
+    RowProgram const mixed = literalProgram({{SquareElement(), 2}, {Neighborhood2D_4Tag(), 1}});
+    std::vector<bool> ends;
+    for (Stage const& stage : mixed.stages()) {
+        ends.push_back(stage.endsIteration);
+    }
+    EXPECT_THAT(ends, ElementsAre(false, false, true, false, true, true));
+}
+
+TEST(Chains, joinWhatFollowsEachOtherUpToALength)
+{
+    auto const chains = chainsOf({{SquareElement(), 5}, {Neighborhood2D_4Tag(), 6}});
+    ASSERT_THAT(chains, SizeIs(1));
+    EXPECT_THAT(chains[0].steps, SizeIs(2));
+    EXPECT_TRUE(isFoldable(chains[0]));
+    EXPECT_THAT(chainsOf({{SquareElement(), 20}, {Neighborhood2D_4Tag(), 20}}), SizeIs(2));
+    EXPECT_THAT(chainsOf({{SquareElement(), 2}, {CubeElement(), 2}}), SizeIs(2));
+    EXPECT_FALSE(isFoldable(chainsOf({{SquareElement(), 1}})[0]));
+    EXPECT_FALSE(isFoldable(chainsOf({{access::Neighborhood3D_6Tag(), 9}})[0]));
+    EXPECT_FALSE(isFoldable(chainsOf({{OffsetList2D{{0, 0}, {1, 0}}}})[0]));
+}
+
+TEST(Chains, keepNumberAndOrderOfIterations)
+{
+    for (unsigned int const n : {1U, 2U, 31U, 32U, 61U, 62U, 63U, 1000U, 4000000000U}) {
+        std::size_t square = 0;
+        std::size_t cross = 0;
+        for (Chain const& chain : chainsOf({{SquareElement(), n}, {Neighborhood2D_4Tag(), 7}})) {
+            EXPECT_LE(numOfIterations(chain.steps), 31U);
+            for (Step const& step : chain.steps) {
+                bool const isSquare = std::holds_alternative<SquareElement>(step.element);
+                EXPECT_TRUE(!isSquare || cross == 0);
+                (isSquare ? square : cross) += std::size_t{step.iterations} * chain.repetitions;
+            }
+        }
+        EXPECT_EQ(square, n);
+        EXPECT_EQ(cross, 7U);
+    }
+}
+
+TEST(Chords, keepTheOrderOfAnyList)
+{
+    std::mt19937 random(3);
+    for (int round = 0; round < 300; ++round) {
+        std::vector<Offset> offsets(1 + random() % 30);
+        int const width = 1 + static_cast<int>(random() % 4);
+        for (std::size_t i = 0; i < offsets.size(); ++i) {
+            auto const within = [&] { return static_cast<int>(random() % static_cast<unsigned int>(width)); };
+            bool const goesOn = i > 0 && random() % 3 > 0;
+            offsets[i] = goesOn ? Offset{offsets[i - 1][0] + 1, offsets[i - 1][1] - 1, offsets[i - 1][2]}
+                                : Offset{within(), within(), within()};
+        }
+        RowProgram const program = chordProgram(inSpace(offsets));
+        EXPECT_EQ(firstOnes(seenBy(program, program.last())), firstOnes(offsets));
+        EXPECT_EQ(seenBy(program, program.last()).front(), offsets.front());
+        EXPECT_LE(reads(program), offsets.size());
+    }
+}
+
+TEST(Chords, passOverNanButInTheFirstVoxel)
+{
+    RowProgram const program = chordProgram(inSpace(diskReference(4)));
+    for (Stage const& stage : program.stages().subspan(1)) {
+        bool const readsImage =
+            std::any_of(stage.taps.begin(), stage.taps.end(), [](Tap const& tap) { return tap.stage == 0; });
+        bool const isResult = &stage == &program.stages().back();
+        EXPECT_EQ(stage.passesOverNan, readsImage && !isResult);
+        EXPECT_TRUE(!stage.passesOverNan || stage.taps.size() == 2);
+    }
+    EXPECT_EQ(program.stages().back().taps.front().stage, 0U);
+}
+
+TEST(Chords, readAFewRowsOfALargeElement)
+{
+    EXPECT_LE(reads(chordProgram(inSpace(diskReference(10)))), 40U);       // of 317
+    EXPECT_LE(reads(chordProgram(inSpace(diskReference(25)))), 100U);      // of 1961
+    EXPECT_LE(reads(chordProgram(inSpace(ballReference(5)))), 120U);       // of 515
+    EXPECT_LE(reads(chordProgram(inSpace(lineReference2D(45, 21)))), 11U); // of 21, as all lines here
+    EXPECT_LE(reads(chordProgram(inSpace(lineReference2D(0, 21)))), 11U);
+    EXPECT_LE(reads(chordProgram(inSpace(lineReference2D(90, 21)))), 11U);
+    EXPECT_LE(reads(chordProgram(inSpace(lineReference2D(30, 21)))), 15U);
+    EXPECT_EQ(reads(chordProgram(inSpace({{0, 0, 0}}))), 1U);
+}
+
+TEST(RowPrograms, tellHowMuchOfAStageIsKept)
+{
+    RowProgram program;
+    unsigned int const down = program.append({{{0, {0, -2, 0}}, {0, {0, 1, 0}}}});
+    program.append({{{down, {-3, 0, 0}}, {down, {1, 0, 0}}, {0, {0, 0, 0}}}});
+    auto const extents = extentsOf(program);
+    ASSERT_THAT(extents, SizeIs(3));
+    EXPECT_EQ(extents[0].around.least, (Offset3D{-3, -2, 0}));
+    EXPECT_EQ(extents[0].around.most, (Offset3D{1, 1, 0}));
+    EXPECT_EQ(extents[0].rowsKept, 4);
+    EXPECT_EQ(extents[0].plansKept, 1);
+    EXPECT_EQ(extents[1].around.least, (Offset3D{-3, 0, 0}));
+    EXPECT_EQ(extents[1].around.most, (Offset3D{1, 0, 0}));
+    EXPECT_EQ(extents[1].rowsKept, 1);
+    EXPECT_EQ(keptVoxels(extents, {1, 50, 100}), 104U * 4 + 104U);
+}
+
+TEST(RowPrograms, keepWholePlansOfALeafWhereTheyLookIntoOthers)
+{
+    RowProgram program;
+    program.append({{{0, {0, 0, -1}}, {0, {0, 0, 0}}, {0, {0, 2, 1}}}});
+    auto const extents = extentsOf(program);
+    EXPECT_EQ(extents[0].plansKept, 3);
+    EXPECT_EQ(keptVoxels(extents, {10, 50, 100}), 3U * 52 * 100);
+}
+
+TEST(RowPrograms, takeFewMebibytesWhateverTheImage)
+{
+    constexpr std::size_t most = 4U << 20U;
+    access::Sizes const wide{1000000, 1000, 1000, 1, 1};
+    std::vector<RowProgram> const squares{foldedProgram({{SquareElement(), 31}}),
+                                          literalProgram({{SquareElement(), 31}})};
+    std::vector<RowProgram> const cubes{foldedProgram({{CubeElement(), 12}}), literalProgram({{CubeElement(), 12}})};
+    std::vector<RowProgram> const disk{chordProgram(inSpace(diskReference(100)))};
+    std::vector<RowProgram> const ball{chordProgram(inSpace(ballReference(12)))};
+    for (auto const& programs : {squares, cubes, disk, ball}) {
+        for (access::Sizes const& sizes : {large, wide, access::Sizes{1, 1, 1, 1, 1}}) {
+            auto const leaf = leafFor(programs, sizes, sizeof(double));
+            ASSERT_TRUE(leaf.has_value());
+            for (RowProgram const& program : programs) {
+                EXPECT_LT(keptVoxels(extentsOf(program), *leaf) * sizeof(double), most);
+            }
+        }
+    }
+    std::vector<Offset3D> tall;
+    for (int y = -100000; y <= 100000; ++y) {
+        tall.push_back({y % 2, y, 0});
+    }
+    EXPECT_FALSE(leafFor(std::vector{chordProgram(tall)}, large, 1).has_value());
+}
+
+} // namespace
+} // namespace mox::testing
