@@ -69,8 +69,8 @@ private:
 
     using Scores = std::array<double, stretch>;
 
-    /// The sums are local, so that they stay in registers.
-    Scores sumsFrom(int x, int y) const
+    /// The sums are local, and the function is one of its own, so that they stay in registers.
+    [[gnu::noinline]] Scores sumsFrom(int x, int y) const
     {
         Scores scores = {};
         double const* const unitX = plane_.unitX();
