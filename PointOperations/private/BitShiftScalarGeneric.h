@@ -1,7 +1,10 @@
 #pragma once
 
+#include <Moxelcore/Core/Integers.h>
+
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <limits>
 #include <type_traits>
 
@@ -43,14 +46,39 @@ public:
     {
         int const count = count_; // copies that writing to `out` cannot change
         T const kept = kept_;
+        std::size_t begin = 0;
+        if constexpr (sizeof(T) < sizeof(int) && !(Operator::entersSign && std::is_signed_v<T>)) {
+            begin = shiftWords(in, out, numOfVoxels);
+        }
 #pragma GCC ivdep // in and out are the same row or do not overlap
-        for (std::size_t i = 0; i < numOfVoxels; ++i) {
+        for (std::size_t i = begin; i < numOfVoxels; ++i) {
             out[i] = static_cast<T>(Operator::apply(in[i], count) & kept);
         }
     }
 
 private:
     static constexpr unsigned int width = 8 * sizeof(T);
+
+    /// Narrow voxels, which would be widened one by one, several in a word: the bits that come from a neighbour are
+    /// taken off. Returns how many voxels there are in whole words.
+    std::size_t shiftWords(T const* in, T* out, std::size_t numOfVoxels) const
+    {
+        using Lane = std::make_unsigned_t<T>;
+        constexpr std::size_t lanes = sizeof(uint64) / sizeof(T);
+        constexpr uint64 lowestBits = std::numeric_limits<uint64>::max() / std::numeric_limits<Lane>::max();
+        auto const lane = static_cast<Lane>(Operator::apply(std::numeric_limits<Lane>::max(), count_) & kept_);
+        uint64 const kept = lowestBits * lane;
+        int const count = count_;
+        std::size_t const end = numOfVoxels / lanes * lanes;
+#pragma GCC ivdep // in and out are the same row or do not overlap
+        for (std::size_t i = 0; i < end; i += lanes) {
+            uint64 word;
+            std::memcpy(&word, in + i, sizeof(word));
+            word = Operator::apply(word, count) & kept;
+            std::memcpy(out + i, &word, sizeof(word));
+        }
+        return end;
+    }
 
     int count_;
     T kept_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "Segmentation/private/RowStrip.h"
@@ -15,6 +16,7 @@ public:
     struct Scratch {
         RowStrip strip;
         RowStrip stripAbove;
+        std::vector<Word> upperEnds; ///< of the runs with a voxel in the upper row
         std::vector<Number> runs;
         std::vector<Number> parents;
     };
@@ -46,7 +48,7 @@ public:
     unsigned int lastStrip() const { return (numOfRows_ - 1) / 2 * 2; }
 
     /// The component of each run, strip by strip, by rank.
-    std::vector<Number> const& runs() const { return runs_; }
+    Number const* runs() const { return runs_.get(); }
     Number numOfComponents() const { return numOfComponents_; }
 
     /// The components that may touch a neighbouring band, ascending. Those of the first row come first, and are
@@ -57,13 +59,14 @@ public:
 
 private:
     Number numberRuns(Word const* upper, Scratch& scratch) const;
-    void findRim(Number numOfFirstRow, std::size_t beginOfLastStrip);
+    void findRim(Number numOfFirstRow, Number numBeforeLastStrip, std::size_t beginOfLastStrip);
 
     unsigned int beginRow_;
     unsigned int numOfRows_;
     std::size_t numOfWords_;
     std::vector<Word> bits_;
-    std::vector<Number> runs_;
+    std::unique_ptr<Number[]> runs_;
+    std::size_t numOfRuns_ = 0;
     Number numOfComponents_ = 0;
     std::vector<Number> rim_;
     std::vector<Number> lastRuns_;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <numeric>
+#include <type_traits>
 #include <vector>
 
 #include "Segmentation/private/LabelBand.h"
@@ -22,19 +24,21 @@ public:
     {
         auto const& rim = bands_[band].rim();
         labels.resize(bands_[band].numOfComponents());
-        uint64 next = firstLabels_[band];
-        std::size_t component = 0;
+        Out* const out = labels.data();
+        auto next = static_cast<std::make_unsigned_t<Out>>(firstLabels_[band]);
+        std::size_t begin = 0;
+        auto const numberUpTo = [&](std::size_t end) {
+            std::iota(out + begin, out + end, next);
+            next = static_cast<decltype(next)>(next + (end - begin));
+            begin = end;
+        };
         for (std::size_t i = 0; i < rim.size(); ++i) {
-            for (; component < rim[i]; ++component) {
-                labels[component] = static_cast<Out>(next++);
-            }
+            numberUpTo(rim[i]);
             std::size_t const node = firstNodes_[band] + i;
-            labels[component++] = static_cast<Out>(nodeLabels_[node]);
-            next += isRoot(node) ? 1 : 0;
+            out[begin++] = static_cast<Out>(nodeLabels_[node]);
+            next = static_cast<decltype(next)>(next + (isRoot(node) ? 1 : 0));
         }
-        for (; component < labels.size(); ++component) {
-            labels[component] = static_cast<Out>(next++);
-        }
+        numberUpTo(labels.size());
     }
 
 private:

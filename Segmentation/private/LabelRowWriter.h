@@ -54,20 +54,21 @@ enum class Stores { ordinary, streaming };
 template <class Out>
 class LabelRowWriter {
 public:
-    /// `labels` gives the label of a run by its rank.
+    /// `labelOf` gives the label of a run by its rank. The lower row's bits and voxels may be null. Returns the number
+    /// of runs.
     template <class LabelOf>
-    void write(RowStrip const& strip, std::size_t numOfWords, unsigned int columns, std::array<Word const*, 2> bits,
-               std::array<Out*, 2> rows, Stores stores, LabelOf const& labelOf)
+    unsigned int write(std::size_t numOfWords, unsigned int columns, std::array<Word const*, 2> bits,
+                       std::array<Out*, 2> rows, Stores stores, LabelOf const& labelOf)
     {
+        auto const columnsAt = [&](std::size_t w) { return bits[0][w] | (bits[1] != nullptr ? bits[1][w] : 0); };
         std::array<bool, 2> streams{};
         for (std::size_t r = 0; r < rows.size(); ++r) {
             streams[r] = stores == Stores::streaming && reinterpret_cast<std::uintptr_t>(rows[r]) % 16 == 0;
         }
         unsigned int run = 0;
         for (std::size_t w = 0; w < numOfWords; ++w) {
-            if (strip.columns(w) != 0) {
-                run = fillLine(strip, w, run, labelOf);
-            }
+            Word const next = w + 1 < numOfWords ? columnsAt(w + 1) : 0;
+            run = fillLine(columnsAt(w), next, run, labelOf);
             std::size_t const x = w * wordBits;
             bool const isWhole = x + wordBits <= columns;
             for (std::size_t r = 0; r < rows.size() && rows[r] != nullptr; ++r) {
@@ -82,31 +83,37 @@ public:
                 }
             }
         }
+        return run;
     }
 
 private:
     static constexpr unsigned int lanes = 16 / sizeof(Out);
+    /// Labels that are stored without a branch, so that the runs of noise need none.
+    static constexpr unsigned int step = lanes < 8 ? 8 : lanes;
 
-    /// Labels of runs are stored in whole vectors; what they overshoot is overwritten or belongs to no run. Returns
-    /// the rank of the run that goes on in the next word, or comes after it.
+    /// Labels of runs are stored in whole steps; what they overshoot is overwritten or belongs to no run. Returns the
+    /// rank of the run that goes on in the next word, or comes after it.
     template <class LabelOf>
-    unsigned int fillLine(RowStrip const& strip, std::size_t word, unsigned int run, LabelOf const& labelOf)
+    unsigned int fillLine(Word columns, Word next, unsigned int run, LabelOf const& labelOf)
     {
-        Word left = strip.columns(word);
-        Word const ends = strip.ends(word);
-        while (left != 0) {
-            auto const begin = static_cast<unsigned int>(__builtin_ctzll(left));
-            Word const endsLeft = ends & (allOnes << begin);
-            unsigned int const end =
-                endsLeft != 0 ? static_cast<unsigned int>(__builtin_ctzll(endsLeft)) + 1 : wordBits;
-            __m128i const label = allLanes(labelOf(run));
-            for (unsigned int x = begin; x < end; x += lanes) {
-                _mm_storeu_si128(reinterpret_cast<__m128i*>(line_.data() + x), label);
-            }
-            run += endsLeft != 0 ? 1 : 0;
-            left = end < wordBits ? left & (allOnes << end) : 0;
+        for (Word ends = endsOf(columns, next); ends != 0; ends &= ends - 1) {
+            fill(columns, static_cast<unsigned int>(__builtin_ctzll(ends)) + 1, labelOf(run++));
+            columns &= ~(ends ^ (ends - 1)); // those after the end
+        }
+        if (columns != 0) {
+            fill(columns, wordBits, labelOf(run));
         }
         return run;
+    }
+
+    void fill(Word columns, unsigned int end, Out label)
+    {
+        __m128i const labels = allLanes(label);
+        for (auto x = static_cast<unsigned int>(__builtin_ctzll(columns)); x < end; x += step) {
+            for (unsigned int i = 0; i < step; i += lanes) {
+                _mm_storeu_si128(reinterpret_cast<__m128i*>(line_.data() + x + i), labels);
+            }
+        }
     }
 
     template <class Store>
@@ -131,7 +138,7 @@ private:
         }
     }
 
-    alignas(16) std::array<Out, wordBits + lanes> line_{};
+    alignas(16) std::array<Out, wordBits + step> line_{};
 };
 
 } // namespace mox::segmentation

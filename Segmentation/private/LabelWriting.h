@@ -42,7 +42,6 @@ private:
         }
 
         access::RowCacheReadWrite<access::View<Out>> rows;
-        RowStrip strip;
         std::vector<Out> labels;
         LabelRowWriter<Out> writer;
     };
@@ -52,19 +51,17 @@ private:
     void writeBand(LabelBand const& band, access::Block const& leaf, Scratch& scratch) const
     {
         unsigned int const columns = leaf.getNumOfColumns();
-        auto const* runs = band.runs().data();
+        auto const* runs = band.runs();
         for (unsigned int y = 0; y < band.numOfRows(); y += 2) {
             auto const rowAt = [&](unsigned int row) {
                 return &scratch.rows.getRow(row % 2, columns, leaf, 0, static_cast<int>(row), 0, 0, 0);
             };
             auto* const upper = rowAt(y);
             auto* const lower = y + 1 < band.numOfRows() ? rowAt(y + 1) : nullptr;
-            band.buildStrip(y, scratch.strip);
-            scratch.writer.write(scratch.strip, band.numOfWords(), columns,
-                                 {band.row(y), lower != nullptr ? band.row(y + 1) : nullptr},
-                                 {upper->voxels(), lower != nullptr ? lower->voxels() : nullptr}, stores_,
-                                 [&](unsigned int run) { return scratch.labels[runs[run]]; });
-            runs += scratch.strip.numOfRuns();
+            runs += scratch.writer.write(band.numOfWords(), columns,
+                                         {band.row(y), lower != nullptr ? band.row(y + 1) : nullptr},
+                                         {upper->voxels(), lower != nullptr ? lower->voxels() : nullptr}, stores_,
+                                         [&](unsigned int run) { return scratch.labels[runs[run]]; });
             scratch.rows.flush(*upper);
             if (lower != nullptr) {
                 scratch.rows.flush(*lower);

@@ -13,23 +13,38 @@ public:
     /// `lower` may be null.
     void build(Word const* upper, Word const* lower, std::size_t numOfWords);
 
-    Word columns(std::size_t word) const { return columns_[word]; }
+    Word columns(std::size_t word) const { return words_[word].columns; }
     /// The last column of each run.
-    Word ends(std::size_t word) const { return ends_[word]; }
+    Word ends(std::size_t word) const { return words_[word].ends; }
     unsigned int numOfRuns() const { return numOfRuns_; }
 
     /// The number of runs that end before a column, which is the rank of the run that holds the column.
     unsigned int rank(std::size_t word, unsigned int bit) const
     {
-        return before_[word] + popCount(ends_[word] & ((Word{1} << bit) - 1));
+        WordOfRuns const& runs = words_[word];
+        unsigned int const byte = bit & 56U;
+        auto const inBytesBefore = static_cast<unsigned int>(runs.bytes << 8U >> byte & 255U);
+        auto const inByte = static_cast<unsigned int>(runs.ends >> byte) & ((1U << (bit & 7U)) - 1);
+        return runs.before + inBytesBefore + bitsOfByte[inByte];
     }
 
 private:
-    std::vector<Word> columns_;
-    std::vector<Word> ends_;
-    std::vector<unsigned int> before_; ///< runs that end before the word
+    struct WordOfRuns {
+        Word columns;
+        Word ends;
+        Word bytes;          ///< in each byte, the ends up to that byte
+        unsigned int before; ///< runs that end before the word
+    };
+
+    std::vector<WordOfRuns> words_;
     unsigned int numOfRuns_ = 0;
 };
+
+/// The last columns of the runs of a word, by the word that follows.
+inline Word endsOf(Word columns, Word next)
+{
+    return columns & ~(columns >> 1U | next << 63U);
+}
 
 /// The bits of each run from its first seed on; the seeds lie within runs. The sum carries through the run.
 inline Word flood(Word runs, Word seeds)
@@ -59,11 +74,12 @@ void forEachContact(Word const* a, RowStrip const& above, Word const* b, RowStri
         // Within columns common to both strips the runs stay the same: their first contact is enough.
         Word const contacts = both | ((fromLeft | fromRight) & common);
         Word const linked = flood(common, contacts | (carry & common));
-        forEachBit(contacts & ~(linked << 1U | carry),
-                   [&](unsigned int x) { link(above.rank(w, x), below.rank(w, x)); });
+        Word const firstContacts = contacts & ~(linked << 1U | carry);
         // Beside its end, a run above touches at a corner; not where it has touched the same run below already.
-        forEachBit(fromLeft & outsideAbove & ~(both << 1U | bothBefore >> 63U),
-                   [&](unsigned int x) { link(above.rank(w, x) - 1, below.rank(w, x)); });
+        Word const afterEnds = fromLeft & outsideAbove & ~(both << 1U | bothBefore >> 63U);
+        forEachBit(firstContacts | afterEnds, [&](unsigned int x) {
+            link(above.rank(w, x) - static_cast<unsigned int>(afterEnds >> x & 1U), below.rank(w, x));
+        });
         forEachBit(fromRight & outsideAbove & ~(both >> 1U | bothNext << 63U),
                    [&](unsigned int x) { link(above.rank(w, x), below.rank(w, x)); });
 

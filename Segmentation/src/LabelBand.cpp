@@ -1,6 +1,7 @@
 #include "Segmentation/private/LabelBand.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <limits>
 #include <numeric>
@@ -12,18 +13,17 @@ namespace mox::segmentation {
 
 void RowStrip::build(Word const* upper, Word const* lower, std::size_t numOfWords)
 {
-    columns_.resize(numOfWords);
-    ends_.resize(numOfWords);
-    before_.resize(numOfWords);
-    for (std::size_t w = 0; w < numOfWords; ++w) {
-        columns_[w] = upper[w] | (lower != nullptr ? lower[w] : 0);
-    }
+    auto const columnsAt = [&](std::size_t w) { return upper[w] | (lower != nullptr ? lower[w] : 0); };
+    words_.resize(numOfWords);
     numOfRuns_ = 0;
+    Word columns = columnsAt(0);
     for (std::size_t w = 0; w < numOfWords; ++w) {
-        Word const next = w + 1 < numOfWords ? columns_[w + 1] : 0;
-        ends_[w] = columns_[w] & ~(columns_[w] >> 1U | next << 63U);
-        before_[w] = numOfRuns_;
-        numOfRuns_ += popCount(ends_[w]);
+        Word const next = w + 1 < numOfWords ? columnsAt(w + 1) : 0;
+        Word const ends = endsOf(columns, next);
+        Word const bytes = countsByByte(ends);
+        words_[w] = {columns, ends, bytes, numOfRuns_};
+        numOfRuns_ += static_cast<unsigned int>(bytes >> 56U);
+        columns = next;
     }
 }
 
@@ -40,30 +40,31 @@ unsigned int LabelBand::maxNumOfRows(unsigned int columns)
 LabelBand::Number LabelBand::numberRuns(Word const* upper, Scratch& scratch) const
 {
     RowStrip const& strip = scratch.strip;
-    auto const first = static_cast<Number>(scratch.runs.size());
-    scratch.runs.resize(first + strip.numOfRuns());
-    scratch.parents.resize(scratch.runs.size());
-    std::iota(scratch.parents.begin() + first, scratch.parents.end(), first);
-
-    Number* const runs = scratch.runs.data() + first;
-    Word carry = 0;
+    scratch.upperEnds.resize(numOfWords_);
     Number numOfUpper = 0;
-    Number numOfOthers = 0;
+    Word carry = 0;
     for (std::size_t w = 0; w < numOfWords_; ++w) {
         Word const columns = strip.columns(w);
         Word const reached = flood(columns, upper[w] | (carry & columns));
         carry = reached >> 63U;
-        Number* out = runs + numOfUpper + numOfOthers;
-        // The lowest bit tells the two kinds apart until all of the first have been counted.
-        forEachBit(strip.ends(w), [&](unsigned int x) {
-            Number const isUpper = reached >> x & 1U;
-            *out++ = 2 * (isUpper != 0 ? numOfUpper : numOfOthers) + isUpper;
-            numOfUpper += isUpper;
-            numOfOthers += 1 - isUpper;
-        });
+        scratch.upperEnds[w] = reached & strip.ends(w);
+        numOfUpper += popCount(scratch.upperEnds[w]);
     }
-    std::for_each(runs, runs + strip.numOfRuns(),
-                  [&](Number& run) { run = first + run / 2 + (run % 2 != 0 ? 0 : numOfUpper); });
+
+    auto const first = static_cast<Number>(scratch.parents.size());
+    scratch.parents.resize(first + strip.numOfRuns());
+    std::iota(scratch.parents.begin() + first, scratch.parents.end(), first);
+    scratch.runs.resize(scratch.parents.size());
+    Number* out = scratch.runs.data() + first;
+    if (numOfUpper == strip.numOfRuns()) {
+        std::iota(out, out + numOfUpper, first);
+        return numOfUpper;
+    }
+    std::array<Number, 2> next = {first + numOfUpper, first};
+    for (std::size_t w = 0; w < numOfWords_; ++w) {
+        forEachBit(strip.ends(w),
+                   [&, upperEnds = scratch.upperEnds[w]](unsigned int x) { *out++ = next[upperEnds >> x & 1U]++; });
+    }
     return numOfUpper;
 }
 
@@ -91,35 +92,53 @@ void LabelBand::label(Scratch& scratch)
         std::swap(scratch.strip, scratch.stripAbove);
     }
 
-    auto const countComponents = [&](std::size_t firstRun, std::size_t lastRun) {
+    // A parent comes before its child, and so has been replaced by its component.
+    auto const countComponents = [parents = scratch.parents.data()](std::size_t firstRun, std::size_t lastRun,
+                                                                    Number count) {
         for (std::size_t i = firstRun; i < lastRun; ++i) {
-            // A parent comes before its child, and so has been replaced by its component.
-            Number& parent = scratch.parents[i];
-            parent = parent == i ? numOfComponents_++ : scratch.parents[parent];
+            Number const parent = parents[i];
+            bool const isRoot = parent == i;
+            parents[i] = isRoot ? count : parents[parent];
+            count += isRoot ? 1 : 0;
         }
+        return count;
     };
-    countComponents(0, numOfRunsInFirstRow);
-    Number const numOfFirstRow = numOfComponents_;
-    countComponents(numOfRunsInFirstRow, scratch.parents.size());
+    std::size_t const beginOfLastStrip = std::max<std::size_t>(begin, numOfRunsInFirstRow);
+    Number const numOfFirstRow = countComponents(0, numOfRunsInFirstRow, 0);
+    Number const numBeforeLastStrip = countComponents(numOfRunsInFirstRow, beginOfLastStrip, numOfFirstRow);
+    numOfComponents_ = countComponents(beginOfLastStrip, scratch.parents.size(), numBeforeLastStrip);
 
-    runs_.resize(scratch.runs.size());
-    std::transform(scratch.runs.begin(), scratch.runs.end(), runs_.begin(),
-                   [&](Number run) { return scratch.parents[run]; });
-    findRim(numOfFirstRow, begin);
+    numOfRuns_ = scratch.runs.size();
+    runs_ = std::make_unique_for_overwrite<Number[]>(numOfRuns_);
+    std::transform(scratch.runs.begin(), scratch.runs.end(), runs_.get(),
+                   [parents = scratch.parents.data()](Number run) { return parents[run]; });
+    findRim(numOfFirstRow, numBeforeLastStrip, begin);
 }
 
-void LabelBand::findRim(Number numOfFirstRow, std::size_t beginOfLastStrip)
+/// The components that begin in the last strip are numbered one after the other, at the end.
+void LabelBand::findRim(Number numOfFirstRow, Number numBeforeLastStrip, std::size_t beginOfLastStrip)
 {
+    Number const* const begin = runs_.get() + beginOfLastStrip;
+    Number const* const end = runs_.get() + numOfRuns_;
     rim_.resize(numOfFirstRow);
     std::iota(rim_.begin(), rim_.end(), 0U);
-    auto const last = runs_.begin() + static_cast<std::ptrdiff_t>(beginOfLastStrip);
-    std::copy_if(last, runs_.end(), std::back_inserter(rim_), [&](Number run) { return run >= numOfFirstRow; });
-    auto const added = rim_.begin() + numOfFirstRow;
-    std::sort(added, rim_.end());
-    rim_.erase(std::unique(added, rim_.end()), rim_.end());
-    lastRuns_.resize(static_cast<std::size_t>(runs_.end() - last));
-    std::transform(last, runs_.end(), lastRuns_.begin(), [&](Number run) {
-        return static_cast<Number>(std::lower_bound(rim_.begin(), rim_.end(), run) - rim_.begin());
+    std::copy_if(begin, end, std::back_inserter(rim_),
+                 [=](Number run) { return run >= numOfFirstRow && run < numBeforeLastStrip; });
+    std::sort(rim_.begin() + numOfFirstRow, rim_.end());
+    rim_.erase(std::unique(rim_.begin() + numOfFirstRow, rim_.end()), rim_.end());
+    auto const numOfOlder = static_cast<Number>(rim_.size());
+    rim_.resize(numOfOlder + (numOfComponents_ - numBeforeLastStrip));
+    std::iota(rim_.begin() + numOfOlder, rim_.end(), numBeforeLastStrip);
+
+    lastRuns_.resize(static_cast<std::size_t>(end - begin));
+    std::transform(begin, end, lastRuns_.begin(), [&](Number run) {
+        if (run < numOfFirstRow) {
+            return run;
+        }
+        if (run >= numBeforeLastStrip) {
+            return numOfOlder + (run - numBeforeLastStrip);
+        }
+        return static_cast<Number>(std::lower_bound(rim_.begin(), rim_.begin() + numOfOlder, run) - rim_.begin());
     });
 }
 

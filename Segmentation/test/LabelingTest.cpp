@@ -462,10 +462,11 @@ TYPED_TEST(LabelingInto, writesEveryVoxelOfAStrip)
         std::size_t const stride = words * wordBits; // so that both rows are aligned as streams ask for
         std::vector<TypeParam, SimdVec::AlignedAllocator<TypeParam, 16>> rows(2 * stride, TypeParam(99));
         LabelRowWriter<TypeParam> writer;
-        writer.write(strip, words, columns, {bits[0].data(), hasLower ? bits[1].data() : nullptr},
-                     {rows.data(), hasLower ? rows.data() + stride : nullptr},
-                     round % 2 == 0 ? Stores::streaming : Stores::ordinary,
-                     [&](unsigned int run) { return labels[run]; });
+        unsigned int const numOfRuns = writer.write(
+            words, columns, {bits[0].data(), hasLower ? bits[1].data() : nullptr},
+            {rows.data(), hasLower ? rows.data() + stride : nullptr},
+            round % 2 == 0 ? Stores::streaming : Stores::ordinary, [&](unsigned int run) { return labels[run]; });
+        EXPECT_EQ(numOfRuns, strip.numOfRuns());
         for (unsigned int r = 0; r < 2; ++r) {
             for (unsigned int x = 0; x < stride; ++x) {
                 bool const isWritten = x < columns && (r == 0 || hasLower);

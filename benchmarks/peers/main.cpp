@@ -11,6 +11,7 @@ namespace mox::benchmarks {
 void compareDecimation();
 void compareLabeling();
 void compareLists();
+void compareLookUpTable();
 void comparePointOperations();
 void compareRegistration();
 void compareSmallElements();
@@ -27,6 +28,7 @@ struct Group {
 
 constexpr Group groups[] = {{"Threshold", mox::benchmarks::compareThreshold},
                             {"Labeling", mox::benchmarks::compareLabeling},
+                            {"LookUpTable", mox::benchmarks::compareLookUpTable},
                             {"Decimation", mox::benchmarks::compareDecimation},
                             {"PointOperations", mox::benchmarks::comparePointOperations},
                             {"SmallElements", mox::benchmarks::compareSmallElements},
