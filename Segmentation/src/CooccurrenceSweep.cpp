@@ -104,6 +104,9 @@ public:
     {
         makeWeights();
         packSums();
+        if (numOfLevels_ <= mostTabledLevels) {
+            makeTables();
+        }
         int const wantedTables = 2 * needs_.endFunctions + needs_.sumFunctions + needs_.differenceFunctions;
         if (wantedTables > 1 && numOfLevels_ <= LaneCounts::mostLevels &&
             direction.window.size() <= LaneCounts::mostRows && 2 * numOfPairs_ <= 0x7fff) {
@@ -119,7 +122,7 @@ public:
         int const rows = 2 * plan_.radius + 1;
         words_.reset(rows,
                      width * std::max<std::size_t>(packing_.numOfWords(), 1)); // it also tells which rows are made
-        pairCells_.reset(rows, usesCells_ ? width : 0);
+        pairCells_.reset(rows, usesCells_ || !cellTable_.empty() ? width : 0);
         pairSums_.reset(rows, usesSums() ? width : 0);
         pairDifferences_.reset(rows, usesDifferences() ? width : 0);
     }
@@ -169,6 +172,23 @@ private:
         }
     }
 
+    /// The cell of each pair of levels, and the words of each cell: the sums do not ask which level comes first.
+    void makeTables()
+    {
+        std::vector<std::uint16_t> first(cells_.count());
+        std::vector<std::uint16_t> second(cells_.count());
+        for (std::size_t a = 0; a < numOfLevels_; ++a) {
+            for (std::size_t b = 0; b < numOfLevels_; ++b) {
+                std::size_t const cell = cells_(a, b);
+                cellTable_.push_back(static_cast<Cell>(cell));
+                first[cell] = static_cast<std::uint16_t>(a);
+                second[cell] = static_cast<std::uint16_t>(b);
+            }
+        }
+        wordTable_.resize(cells_.count() * packing_.numOfWords());
+        makeWords(first.data(), second.data(), cells_.count(), wordTable_.data(), cells_.count());
+    }
+
     /// All that is needed of the pairs that begin in row y, made once and used for every window that they lie in.
     void makePairRow(RowRing<std::uint16_t> const& levels, int y)
     {
@@ -179,11 +199,18 @@ private:
         std::uint16_t const* const b =
             levels.row(y + direction_.direction[1]) + static_cast<std::ptrdiff_t>(begin) + dx;
         std::size_t const count = end - begin;
-        makeWords(a, b, count, words_.claim(y) + begin);
-        if (usesCells_) {
-            Cell* const out = pairCells_.claim(y) + begin;
-            for (std::size_t x = 0; x < count; ++x) {
-                out[x] = static_cast<Cell>(cells_(a[x], b[x]));
+        uint64* const words = words_.claim(y) + begin;
+        if (!cellTable_.empty()) {
+            Cell* const cells = pairCells_.claim(y) + begin;
+            lookUpCells(a, b, count, cells);
+            lookUpWords(cells, count, words);
+        } else {
+            makeWords(a, b, count, words, width_);
+            if (usesCells_) {
+                Cell* const out = pairCells_.claim(y) + begin;
+                for (std::size_t x = 0; x < count; ++x) {
+                    out[x] = static_cast<Cell>(cells_(a[x], b[x]));
+                }
             }
         }
         if (usesSums()) {
@@ -200,16 +227,38 @@ private:
         }
     }
 
-    void makeWords(std::uint16_t const* a, std::uint16_t const* b, std::size_t count, uint64* words) const
+    void lookUpCells(std::uint16_t const* a, std::uint16_t const* b, std::size_t count, Cell* cells) const
+    {
+        Cell const* const table = cellTable_.data();
+        auto const levels = static_cast<std::uint32_t>(numOfLevels_);
+        for (std::size_t x = 0; x < count; ++x) {
+            cells[x] = table[a[x] * levels + b[x]];
+        }
+    }
+
+    void lookUpWords(Cell const* cells, std::size_t count, uint64* words) const
     {
         for (std::size_t word = 0; word < packing_.numOfWords(); ++word) {
-            std::fill(words + word * width_, words + word * width_ + count, uint64{0});
+            uint64 const* const table = wordTable_.data() + word * cells_.count();
+            uint64* const out = words + word * width_;
+            for (std::size_t x = 0; x < count; ++x) {
+                out[x] = table[cells[x]];
+            }
+        }
+    }
+
+    /// The first words of all pairs, then, `stride` further on, the second ones, and so on.
+    void makeWords(std::uint16_t const* a, std::uint16_t const* b, std::size_t count, uint64* words,
+                   std::size_t stride) const
+    {
+        for (std::size_t word = 0; word < packing_.numOfWords(); ++word) {
+            std::fill(words + word * stride, words + word * stride + count, uint64{0});
         }
         auto const add = [&](PairSum sum, auto&& value) {
             if (!needs_.pairSums[sum] || packed_[sum].mask == 0) {
                 return;
             }
-            uint64* const out = words + packed_[sum].word * width_;
+            uint64* const out = words + packed_[sum].word * stride;
             for (std::size_t x = 0; x < count; ++x) {
                 out[x] += static_cast<uint64>(value(std::int32_t{a[x]}, std::int32_t{b[x]})) << packed_[sum].shift;
             }
@@ -416,6 +465,9 @@ private:
         return static_cast<double>(excess) * f.unit() / static_cast<double>(2 * numOfPairs_);
     }
 
+    /// Tables for these stay in the caches.
+    static constexpr std::size_t mostTabledLevels = 128;
+
     TexturePlan const& plan_;
     DirectionPlan const& direction_;
     Needs needs_;
@@ -426,6 +478,8 @@ private:
     double weightUnit_ = 0;
     PackedSums packing_;
     std::array<PackedSum, numOfPairSums> packed_ = {};
+    std::vector<Cell> cellTable_;   ///< of two levels, the second running first; empty for many levels
+    std::vector<uint64> wordTable_; ///< by cell, the first words before the second ones
     std::size_t width_ = 0;
 
     RowRing<uint64> words_; ///< the words of a row one after the other, each as wide as the row
