@@ -274,7 +274,7 @@ private:
 
     void slideAll(RowRing<std::uint16_t> const& levels, int y, std::size_t first, std::size_t count)
     {
-        sums_.resize(count * packing_.numOfWords());
+        sums_.resize(count * std::max<std::size_t>(packing_.numOfWords(), 1)); // that of nothing is read, and masked
         for (std::size_t word = 0; word < packing_.numOfWords(); ++word) {
             collectRuns(wordRuns_, words_, y, first + word * width_);
             slideSums(wordRuns_, count, sums_.data() + word * count);
@@ -348,10 +348,17 @@ private:
     bool usesSums() const { return needs_.sumFunctions && !lanes_; }
     bool usesDifferences() const { return needs_.differenceFunctions && !lanes_; }
 
-    /// A sum over the pairs of the window at place x.
-    int64 at(PairSum sum, std::size_t x, std::size_t count) const
+    /// A sum over the pairs of the window, by place.
+    struct SumRow {
+        uint64 const* words;
+        PackedSum packed;
+
+        int64 operator[](std::size_t x) const { return static_cast<int64>(packed.of(words[x])); }
+    };
+
+    SumRow sumRow(PairSum sum, std::size_t count) const
     {
-        return static_cast<int64>(packed_[sum].of(sums_[packed_[sum].word * count + x]));
+        return {sums_.data() + packed_[sum].word * count, packed_[sum]};
     }
 
     // With M = 2N ordered pairs, the marginal distribution has the sum of levels S = sum (a + b) and the sum of their
@@ -370,48 +377,53 @@ private:
                 out[x] = value(x);
             }
         };
-        auto const sum = [&](PairSum which, std::size_t x) { return at(which, x, count); };
+        SumRow const d2 = sumRow(squaredDifferences, count);
+        SumRow const ab = sumRow(products, count);
+        SumRow const s1 = sumRow(sums, count);
+        SumRow const d1 = sumRow(differences, count);
+        SumRow const d0 = sumRow(equals, count);
+        SumRow const w = sumRow(weights, count);
         auto const variance = [&](std::size_t x) { // times M^2
-            return 2 * pairs * (2 * sum(products, x) + sum(squaredDifferences, x)) - sum(sums, x) * sum(sums, x);
+            return 2 * pairs * (2 * ab[x] + d2[x]) - s1[x] * s1[x];
         };
         switch (measure) {
         case angularSecondMoment:
             return fill([&](std::size_t x) {
-                auto const squares = 2 * pairCounts_[x] + static_cast<uint64>(pairs + sum(equals, x));
+                auto const squares = 2 * pairCounts_[x] + static_cast<uint64>(pairs + d0[x]);
                 return 2 * static_cast<double>(squares) / (m * m);
             });
         case contrast:
             return fill(
-                [&, scale = b2 / n](std::size_t x) { return static_cast<double>(sum(squaredDifferences, x)) * scale; });
+                [&, scale = b2 / n](std::size_t x) { return static_cast<double>(d2[x]) * scale; });
         case correlation:
             return fill([&](std::size_t x) {
                 int64 const v = variance(x);
-                int64 const covariance = 4 * pairs * sum(products, x) - sum(sums, x) * sum(sums, x);
+                int64 const covariance = 4 * pairs * ab[x] - s1[x] * s1[x];
                 return v == 0 ? 0.0 : static_cast<double>(covariance) / static_cast<double>(v);
             });
         case sumOfSquares:
             return fill([&](std::size_t x) { return b2 * (static_cast<double>(variance(x)) / (m * m)); });
         case inverseDifferenceMoment:
             return fill([&](std::size_t x) {
-                return (static_cast<double>(sum(equals, x)) + static_cast<double>(sum(weights, x)) * weightUnit_) / n;
+                return (static_cast<double>(d0[x]) + static_cast<double>(w[x]) * weightUnit_) / n;
             });
         case sumAverage:
-            return fill([&](std::size_t x) { return b2 * (static_cast<double>(sum(sums, x)) / n) + lowest; });
+            return fill([&](std::size_t x) { return b2 * (static_cast<double>(s1[x]) / n) + lowest; });
         case sumVariance:
             return fill([&](std::size_t x) {
-                int64 const squares = 4 * sum(products, x) + sum(squaredDifferences, x);
-                return b2 * b2 * (static_cast<double>(pairs * squares - sum(sums, x) * sum(sums, x)) / (n * n));
+                int64 const squares = 4 * ab[x] + d2[x];
+                return b2 * b2 * (static_cast<double>(pairs * squares - s1[x] * s1[x]) / (n * n));
             });
         case sumEntropy:
             return fill([&, h = ScaledEntropy(*this, numOfPairs_)](std::size_t x) { return h(sumFunctions_[x]); });
         case entropy:
             return fill([&, h = ScaledEntropy(*this, 2 * numOfPairs_)](std::size_t x) {
-                return h(orderedFunctions(x, count));
+                return h(orderedFunctions(x, d0));
             });
         case differenceVariance:
             return fill([&](std::size_t x) {
-                int64 const d = sum(differences, x);
-                return b2 * (static_cast<double>(pairs * sum(squaredDifferences, x) - d * d) / (n * n));
+                int64 const d = d1[x];
+                return b2 * (static_cast<double>(pairs * d2[x] - d * d) / (n * n));
             });
         case differenceEntropy:
             return fill(
@@ -419,11 +431,11 @@ private:
         case informationMeasure1:
             return fill([&, h = ScaledEntropy(*this, 2 * numOfPairs_)](std::size_t x) {
                 double const hx = h(endFunctions_[x]);
-                return std::abs(hx) > 0x1p-23 ? b * excessEntropy(x, count) / hx : 0.0;
+                return std::abs(hx) > 0x1p-23 ? b * excessEntropy(x, d0) / hx : 0.0;
             });
         case informationMeasure2:
             return fill([&](std::size_t x) {
-                double const t = 2 * b * std::abs(excessEntropy(x, count));
+                double const t = 2 * b * std::abs(excessEntropy(x, d0));
                 return std::sqrt(std::max(0.0, oneMinusExp(t)));
             });
         }
@@ -451,17 +463,17 @@ private:
     };
 
     /// The sum of F over the ordered pairs: off the diagonal a count stands twice, on it the doubled count.
-    int64 orderedFunctions(std::size_t x, std::size_t count) const
+    int64 orderedFunctions(std::size_t x, SumRow const& d0) const
     {
-        return 2 * (pairFunctions_[x] + plan_.logarithm->logarithmOf2() * at(equals, x, count));
+        return 2 * (pairFunctions_[x] + plan_.logarithm->logarithmOf2() * d0[x]);
     }
 
     /// H(pairs) - 2 H(marginal): minus the mutual information of the ends, exactly 0 when they are independent.
-    double excessEntropy(std::size_t x, std::size_t count) const
+    double excessEntropy(std::size_t x, SumRow const& d0) const
     {
         auto const& f = *plan_.logarithm;
         int64 const ends = endFunctions_[x];
-        int64 const excess = (ends - f(2 * numOfPairs_)) + (ends - orderedFunctions(x, count));
+        int64 const excess = (ends - f(2 * numOfPairs_)) + (ends - orderedFunctions(x, d0));
         return static_cast<double>(excess) * f.unit() / static_cast<double>(2 * numOfPairs_);
     }
 
