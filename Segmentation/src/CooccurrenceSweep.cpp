@@ -393,8 +393,7 @@ private:
                 return 2 * static_cast<double>(squares) / (m * m);
             });
         case contrast:
-            return fill(
-                [&, scale = b2 / n](std::size_t x) { return static_cast<double>(d2[x]) * scale; });
+            return fill([&, scale = b2 / n](std::size_t x) { return static_cast<double>(d2[x]) * scale; });
         case correlation:
             return fill([&](std::size_t x) {
                 int64 const v = variance(x);
@@ -417,9 +416,8 @@ private:
         case sumEntropy:
             return fill([&, h = ScaledEntropy(*this, numOfPairs_)](std::size_t x) { return h(sumFunctions_[x]); });
         case entropy:
-            return fill([&, h = ScaledEntropy(*this, 2 * numOfPairs_)](std::size_t x) {
-                return h(orderedFunctions(x, d0));
-            });
+            return fill(
+                [&, h = ScaledEntropy(*this, 2 * numOfPairs_)](std::size_t x) { return h(orderedFunctions(x, d0)); });
         case differenceVariance:
             return fill([&](std::size_t x) {
                 int64 const d = d1[x];
