@@ -14,8 +14,7 @@ namespace {
 
 std::size_t bytesOf(ImageModel const& image)
 {
-    return std::size_t{image.getSize(COLUMNS)} * image.getSize(ROWS) * image.getSize(PLANS) *
-           helper::getSizeOf(image.getVoxelType());
+    return numOfVoxels(image) * helper::getSizeOf(image.getVoxelType());
 }
 
 } // namespace

@@ -20,13 +20,19 @@ void visit(memory::InMemoryImage& image, Work const& work)
 {
     void* memory = nullptr;
     image.getRowPointerAt(0, memory, 0, 0, 0, 0, 0);
-    std::size_t const count = std::size_t{image.getSize(COLUMNS)} * image.getSize(ROWS) * image.getSize(PLANS);
+    std::size_t const count = numOfVoxels(image);
     dispatch(RealVoxels(), image.getVoxelType(), [&]<class T>() {
         work(Voxels<T>{static_cast<T*>(memory), static_cast<T*>(memory) + count});
     });
 }
 
 } // namespace
+
+std::size_t numOfVoxels(ImageModel const& image)
+{
+    return std::size_t{image.getSize(COLUMNS)} * image.getSize(ROWS) * image.getSize(PLANS) *
+           image.getSize(TIME_SERIES) * image.getSize(SPECTRAL_SERIES);
+}
 
 void fillWithNoise(memory::InMemoryImage& image, VoxelTypes type, Size const& size, unsigned int levels)
 {

@@ -2,9 +2,7 @@
 
 #include <Moxelcore/Core/Enum/TextureFeatureTypes.h>
 
-#include <algorithm>
-
-#include "testing/references/texture.h"
+#include "benchmarks/texturePlanes.h"
 
 namespace mox::benchmarks {
 
@@ -30,43 +28,6 @@ std::vector<int> const histogramMeasures = {HISTO_Mean,       HISTO_Stddev,     
                                             HISTO_Kurtosis,   HISTO_Peak,       HISTO_Quantile10, HISTO_Quantile25,
                                             HISTO_Quantile50, HISTO_Quantile75, HISTO_Quantile90};
 
-TextureRecipe recipeOf(std::vector<int> const& group, unsigned int radius, double binSize)
-{
-    TextureRecipe recipe;
-    recipe.radius = radius;
-    recipe.binSizeCooccurrence = binSize;
-    for (int const type : group) {
-        recipe.textureFeaturesGroup.push_back(static_cast<TextureFeatureTypes>(type));
-    }
-    for (auto const& direction : {math::Vector2(1, 0), {0, 1}, {1, 1}, {1, -1}}) {
-        recipe.directionCollection.push_back(direction);
-    }
-    recipe.userQuantileRatioHistogram.resize(6);
-    return recipe;
-}
-
-/// Feature by feature, in single precision as the output.
-std::vector<double> featuresOf(TextureRecipe const& recipe, std::vector<double> const& voxels, Size const& size)
-{
-    auto const mirrored = [](int i, unsigned int length) {
-        auto const n = static_cast<int>(length);
-        int const folded = (i < 0 ? -1 - i : i) % (2 * n);
-        return static_cast<std::size_t>(folded < n ? folded : 2 * n - 1 - folded);
-    };
-    auto const grey = [&](int x, int y) {
-        return voxels[mirrored(y, size.rows) * size.columns + mirrored(x, size.columns)];
-    };
-    std::vector<double> planes(voxels.size() * recipe.textureFeaturesGroup.size());
-    for (std::size_t i = 0; i < voxels.size(); ++i) {
-        auto const features = testing::textureReference(recipe, grey, static_cast<int>(i % size.columns),
-                                                        static_cast<int>(i / size.columns));
-        for (std::size_t f = 0; f < features.size(); ++f) {
-            planes[f * voxels.size() + i] = static_cast<float>(features[f]);
-        }
-    }
-    return planes;
-}
-
 Case textureCase(std::vector<int> const& group, unsigned int radius, double binSize)
 {
     std::string types;
@@ -74,7 +35,13 @@ Case textureCase(std::vector<int> const& group, unsigned int radius, double binS
         types += std::to_string(type) + ' ';
     }
     auto const reference = [=](std::vector<double> const& voxels, Size const& size) {
-        return featuresOf(recipeOf(group, radius, binSize), voxels, size);
+        std::vector<double> planes;
+        for (auto const& plane : texturePlanes(textureRecipe(group, radius, binSize), voxels, size)) {
+            for (double const feature : plane) {
+                planes.push_back(static_cast<float>(feature));
+            }
+        }
+        return planes;
     };
     return {"TextureFeatureExtraction2D",
             MOX_UINT8,

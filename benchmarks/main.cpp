@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "benchmarks/CheckedCase.h"
+#include "benchmarks/classification.h"
 #include "benchmarks/copyBandwidth.h"
 
 namespace {
@@ -57,6 +58,7 @@ int main(int argc, char** argv)
             time(state, row, bandwidth);
         })->UseRealTime();
     }
+    mox::benchmarks::registerClassification();
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 }

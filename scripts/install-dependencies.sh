@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Installs what the build needs and the system lacks: install-dependencies.sh [checks]
-# With "checks", also what the checks of CI need. Optional packages that cannot be had are reported, not failed.
+# Installs what the build needs and the system lacks: install-dependencies.sh [checks|fuzz]
+# With "checks", also what the checks of CI need, with "fuzz", what scripts/fuzz.sh needs. Optional packages that cannot
+# be had are reported, not failed.
 set -euo pipefail
 
 required=(
@@ -11,6 +12,7 @@ required=(
     libtiff-dev libpng-dev zlib1g-dev libcli11-dev nlohmann-json3-dev
 )
 checks=(git clang-format clang-tidy)
+fuzz=(clang libclang-rt-14-dev)
 
 missing() {
     for package in "$@"; do
@@ -24,6 +26,7 @@ as_root() {
 
 wanted=("${required[@]}")
 [ "${1:-}" = checks ] && wanted+=("${checks[@]}")
+[ "${1:-}" = fuzz ] && wanted+=("${fuzz[@]}")
 mapfile -t absent < <(missing "${wanted[@]}")
 if [ "${#absent[@]}" -eq 0 ]; then
     exit 0

@@ -23,8 +23,7 @@ public:
     /// `cellOf` numbers the pairs of levels, in either order, below `numOfCells`.
     template <class CellOf>
     LaneCounts(std::size_t numOfLevels, std::size_t numOfCells, CellOf&& cellOf)
-        : numOfLevels_(numOfLevels)
-        , rows_(numOfCells)
+        : rows_(numOfCells)
     {
         for (std::size_t a = 0; a < numOfLevels; ++a) {
             for (std::size_t b = 0; b <= a; ++b) {
@@ -37,7 +36,8 @@ public:
         }
     }
 
-    /// Sums of a function of the counts over all levels, differences and sums, at each place of the window.
+    /// Sums of a function of the counts over all levels, differences and sums, at each place of the window. The
+    /// function of 0 is 0.
     template <class Cell>
     void slide(Runs<Cell> const& runs, std::size_t count, int64 const* function, int64* ofEnds, int64* ofDifferences,
                int64* ofSums) const
@@ -51,9 +51,9 @@ public:
             }
         }
         for (std::size_t x = 0;;) {
-            ofEnds[x] = sumOver(function, counts.data() + ends, numOfLevels_);
-            ofDifferences[x] = sumOver(function, counts.data() + differences, numOfLevels_);
-            ofSums[x] = sumOver(function, counts.data() + sums, 2 * numOfLevels_ - 1);
+            ofEnds[x] = sumOver<mostLevels>(function, counts.data() + ends);
+            ofDifferences[x] = sumOver<mostLevels>(function, counts.data() + differences);
+            ofSums[x] = sumOver<2 * mostLevels>(function, counts.data() + sums);
             if (++x == count) {
                 return;
             }
@@ -96,16 +96,20 @@ private:
         }
     }
 
-    static int64 sumOver(int64 const* function, std::int16_t const* counts, std::size_t count)
+    /// Four counts are loaded at once: it is loads that bound the look-ups.
+    template <std::size_t numOfCounts>
+    static int64 sumOver(int64 const* function, std::int16_t const* counts)
     {
         int64 sum = 0;
-        for (std::size_t i = 0; i < count; ++i) {
-            sum += function[counts[i]];
+        for (std::size_t i = 0; i < numOfCounts; i += 4) {
+            uint64 four;
+            std::memcpy(&four, counts + i, sizeof(four));
+            sum += function[four & 0xffffU] + function[(four >> 16U) & 0xffffU] + function[(four >> 32U) & 0xffffU] +
+                   function[four >> 48U];
         }
         return sum;
     }
 
-    std::size_t numOfLevels_;
     std::vector<Row> rows_;
 };
 

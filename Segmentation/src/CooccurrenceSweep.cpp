@@ -104,6 +104,9 @@ public:
     {
         makeWeights();
         packSums();
+        if (numOfLevels_ <= mostTabledLevels) {
+            makeTables();
+        }
         int const wantedTables = 2 * needs_.endFunctions + needs_.sumFunctions + needs_.differenceFunctions;
         if (wantedTables > 1 && numOfLevels_ <= LaneCounts::mostLevels &&
             direction.window.size() <= LaneCounts::mostRows && 2 * numOfPairs_ <= 0x7fff) {
@@ -119,7 +122,7 @@ public:
         int const rows = 2 * plan_.radius + 1;
         words_.reset(rows,
                      width * std::max<std::size_t>(packing_.numOfWords(), 1)); // it also tells which rows are made
-        pairCells_.reset(rows, usesCells_ ? width : 0);
+        pairCells_.reset(rows, usesCells_ || !cellTable_.empty() ? width : 0);
         pairSums_.reset(rows, usesSums() ? width : 0);
         pairDifferences_.reset(rows, usesDifferences() ? width : 0);
     }
@@ -169,6 +172,23 @@ private:
         }
     }
 
+    /// The cell of each pair of levels, and the words of each cell: the sums do not ask which level comes first.
+    void makeTables()
+    {
+        std::vector<std::uint16_t> first(cells_.count());
+        std::vector<std::uint16_t> second(cells_.count());
+        for (std::size_t a = 0; a < numOfLevels_; ++a) {
+            for (std::size_t b = 0; b < numOfLevels_; ++b) {
+                std::size_t const cell = cells_(a, b);
+                cellTable_.push_back(static_cast<Cell>(cell));
+                first[cell] = static_cast<std::uint16_t>(a);
+                second[cell] = static_cast<std::uint16_t>(b);
+            }
+        }
+        wordTable_.resize(cells_.count() * packing_.numOfWords());
+        makeWords(first.data(), second.data(), cells_.count(), wordTable_.data(), cells_.count());
+    }
+
     /// All that is needed of the pairs that begin in row y, made once and used for every window that they lie in.
     void makePairRow(RowRing<std::uint16_t> const& levels, int y)
     {
@@ -179,11 +199,18 @@ private:
         std::uint16_t const* const b =
             levels.row(y + direction_.direction[1]) + static_cast<std::ptrdiff_t>(begin) + dx;
         std::size_t const count = end - begin;
-        makeWords(a, b, count, words_.claim(y) + begin);
-        if (usesCells_) {
-            Cell* const out = pairCells_.claim(y) + begin;
-            for (std::size_t x = 0; x < count; ++x) {
-                out[x] = static_cast<Cell>(cells_(a[x], b[x]));
+        uint64* const words = words_.claim(y) + begin;
+        if (!cellTable_.empty()) {
+            Cell* const cells = pairCells_.claim(y) + begin;
+            lookUpCells(a, b, count, cells);
+            lookUpWords(cells, count, words);
+        } else {
+            makeWords(a, b, count, words, width_);
+            if (usesCells_) {
+                Cell* const out = pairCells_.claim(y) + begin;
+                for (std::size_t x = 0; x < count; ++x) {
+                    out[x] = static_cast<Cell>(cells_(a[x], b[x]));
+                }
             }
         }
         if (usesSums()) {
@@ -200,16 +227,38 @@ private:
         }
     }
 
-    void makeWords(std::uint16_t const* a, std::uint16_t const* b, std::size_t count, uint64* words) const
+    void lookUpCells(std::uint16_t const* a, std::uint16_t const* b, std::size_t count, Cell* cells) const
+    {
+        Cell const* const table = cellTable_.data();
+        auto const levels = static_cast<std::uint32_t>(numOfLevels_);
+        for (std::size_t x = 0; x < count; ++x) {
+            cells[x] = table[a[x] * levels + b[x]];
+        }
+    }
+
+    void lookUpWords(Cell const* cells, std::size_t count, uint64* words) const
     {
         for (std::size_t word = 0; word < packing_.numOfWords(); ++word) {
-            std::fill(words + word * width_, words + word * width_ + count, uint64{0});
+            uint64 const* const table = wordTable_.data() + word * cells_.count();
+            uint64* const out = words + word * width_;
+            for (std::size_t x = 0; x < count; ++x) {
+                out[x] = table[cells[x]];
+            }
+        }
+    }
+
+    /// The first words of all pairs, then, `stride` further on, the second ones, and so on.
+    void makeWords(std::uint16_t const* a, std::uint16_t const* b, std::size_t count, uint64* words,
+                   std::size_t stride) const
+    {
+        for (std::size_t word = 0; word < packing_.numOfWords(); ++word) {
+            std::fill(words + word * stride, words + word * stride + count, uint64{0});
         }
         auto const add = [&](PairSum sum, auto&& value) {
             if (!needs_.pairSums[sum] || packed_[sum].mask == 0) {
                 return;
             }
-            uint64* const out = words + packed_[sum].word * width_;
+            uint64* const out = words + packed_[sum].word * stride;
             for (std::size_t x = 0; x < count; ++x) {
                 out[x] += static_cast<uint64>(value(std::int32_t{a[x]}, std::int32_t{b[x]})) << packed_[sum].shift;
             }
@@ -225,7 +274,7 @@ private:
 
     void slideAll(RowRing<std::uint16_t> const& levels, int y, std::size_t first, std::size_t count)
     {
-        sums_.resize(count * packing_.numOfWords());
+        sums_.resize(count * std::max<std::size_t>(packing_.numOfWords(), 1)); // that of nothing is read, and masked
         for (std::size_t word = 0; word < packing_.numOfWords(); ++word) {
             collectRuns(wordRuns_, words_, y, first + word * width_);
             slideSums(wordRuns_, count, sums_.data() + word * count);
@@ -299,10 +348,17 @@ private:
     bool usesSums() const { return needs_.sumFunctions && !lanes_; }
     bool usesDifferences() const { return needs_.differenceFunctions && !lanes_; }
 
-    /// A sum over the pairs of the window at place x.
-    int64 at(PairSum sum, std::size_t x, std::size_t count) const
+    /// A sum over the pairs of the window, by place.
+    struct SumRow {
+        uint64 const* words;
+        PackedSum packed;
+
+        int64 operator[](std::size_t x) const { return static_cast<int64>(packed.of(words[x])); }
+    };
+
+    SumRow sumRow(PairSum sum, std::size_t count) const
     {
-        return static_cast<int64>(packed_[sum].of(sums_[packed_[sum].word * count + x]));
+        return {sums_.data() + packed_[sum].word * count, packed_[sum]};
     }
 
     // With M = 2N ordered pairs, the marginal distribution has the sum of levels S = sum (a + b) and the sum of their
@@ -321,48 +377,51 @@ private:
                 out[x] = value(x);
             }
         };
-        auto const sum = [&](PairSum which, std::size_t x) { return at(which, x, count); };
+        SumRow const d2 = sumRow(squaredDifferences, count);
+        SumRow const ab = sumRow(products, count);
+        SumRow const s1 = sumRow(sums, count);
+        SumRow const d1 = sumRow(differences, count);
+        SumRow const d0 = sumRow(equals, count);
+        SumRow const w = sumRow(weights, count);
         auto const variance = [&](std::size_t x) { // times M^2
-            return 2 * pairs * (2 * sum(products, x) + sum(squaredDifferences, x)) - sum(sums, x) * sum(sums, x);
+            return 2 * pairs * (2 * ab[x] + d2[x]) - s1[x] * s1[x];
         };
         switch (measure) {
         case angularSecondMoment:
             return fill([&](std::size_t x) {
-                auto const squares = 2 * pairCounts_[x] + static_cast<uint64>(pairs + sum(equals, x));
+                auto const squares = 2 * pairCounts_[x] + static_cast<uint64>(pairs + d0[x]);
                 return 2 * static_cast<double>(squares) / (m * m);
             });
         case contrast:
-            return fill(
-                [&, scale = b2 / n](std::size_t x) { return static_cast<double>(sum(squaredDifferences, x)) * scale; });
+            return fill([&, scale = b2 / n](std::size_t x) { return static_cast<double>(d2[x]) * scale; });
         case correlation:
             return fill([&](std::size_t x) {
                 int64 const v = variance(x);
-                int64 const covariance = 4 * pairs * sum(products, x) - sum(sums, x) * sum(sums, x);
+                int64 const covariance = 4 * pairs * ab[x] - s1[x] * s1[x];
                 return v == 0 ? 0.0 : static_cast<double>(covariance) / static_cast<double>(v);
             });
         case sumOfSquares:
             return fill([&](std::size_t x) { return b2 * (static_cast<double>(variance(x)) / (m * m)); });
         case inverseDifferenceMoment:
             return fill([&](std::size_t x) {
-                return (static_cast<double>(sum(equals, x)) + static_cast<double>(sum(weights, x)) * weightUnit_) / n;
+                return (static_cast<double>(d0[x]) + static_cast<double>(w[x]) * weightUnit_) / n;
             });
         case sumAverage:
-            return fill([&](std::size_t x) { return b2 * (static_cast<double>(sum(sums, x)) / n) + lowest; });
+            return fill([&](std::size_t x) { return b2 * (static_cast<double>(s1[x]) / n) + lowest; });
         case sumVariance:
             return fill([&](std::size_t x) {
-                int64 const squares = 4 * sum(products, x) + sum(squaredDifferences, x);
-                return b2 * b2 * (static_cast<double>(pairs * squares - sum(sums, x) * sum(sums, x)) / (n * n));
+                int64 const squares = 4 * ab[x] + d2[x];
+                return b2 * b2 * (static_cast<double>(pairs * squares - s1[x] * s1[x]) / (n * n));
             });
         case sumEntropy:
             return fill([&, h = ScaledEntropy(*this, numOfPairs_)](std::size_t x) { return h(sumFunctions_[x]); });
         case entropy:
-            return fill([&, h = ScaledEntropy(*this, 2 * numOfPairs_)](std::size_t x) {
-                return h(orderedFunctions(x, count));
-            });
+            return fill(
+                [&, h = ScaledEntropy(*this, 2 * numOfPairs_)](std::size_t x) { return h(orderedFunctions(x, d0)); });
         case differenceVariance:
             return fill([&](std::size_t x) {
-                int64 const d = sum(differences, x);
-                return b2 * (static_cast<double>(pairs * sum(squaredDifferences, x) - d * d) / (n * n));
+                int64 const d = d1[x];
+                return b2 * (static_cast<double>(pairs * d2[x] - d * d) / (n * n));
             });
         case differenceEntropy:
             return fill(
@@ -370,11 +429,11 @@ private:
         case informationMeasure1:
             return fill([&, h = ScaledEntropy(*this, 2 * numOfPairs_)](std::size_t x) {
                 double const hx = h(endFunctions_[x]);
-                return std::abs(hx) > 0x1p-23 ? b * excessEntropy(x, count) / hx : 0.0;
+                return std::abs(hx) > 0x1p-23 ? b * excessEntropy(x, d0) / hx : 0.0;
             });
         case informationMeasure2:
             return fill([&](std::size_t x) {
-                double const t = 2 * b * std::abs(excessEntropy(x, count));
+                double const t = 2 * b * std::abs(excessEntropy(x, d0));
                 return std::sqrt(std::max(0.0, oneMinusExp(t)));
             });
         }
@@ -402,19 +461,22 @@ private:
     };
 
     /// The sum of F over the ordered pairs: off the diagonal a count stands twice, on it the doubled count.
-    int64 orderedFunctions(std::size_t x, std::size_t count) const
+    int64 orderedFunctions(std::size_t x, SumRow const& d0) const
     {
-        return 2 * (pairFunctions_[x] + plan_.logarithm->logarithmOf2() * at(equals, x, count));
+        return 2 * (pairFunctions_[x] + plan_.logarithm->logarithmOf2() * d0[x]);
     }
 
     /// H(pairs) - 2 H(marginal): minus the mutual information of the ends, exactly 0 when they are independent.
-    double excessEntropy(std::size_t x, std::size_t count) const
+    double excessEntropy(std::size_t x, SumRow const& d0) const
     {
         auto const& f = *plan_.logarithm;
         int64 const ends = endFunctions_[x];
-        int64 const excess = (ends - f(2 * numOfPairs_)) + (ends - orderedFunctions(x, count));
+        int64 const excess = (ends - f(2 * numOfPairs_)) + (ends - orderedFunctions(x, d0));
         return static_cast<double>(excess) * f.unit() / static_cast<double>(2 * numOfPairs_);
     }
+
+    /// Tables for these stay in the caches.
+    static constexpr std::size_t mostTabledLevels = 128;
 
     TexturePlan const& plan_;
     DirectionPlan const& direction_;
@@ -426,6 +488,8 @@ private:
     double weightUnit_ = 0;
     PackedSums packing_;
     std::array<PackedSum, numOfPairSums> packed_ = {};
+    std::vector<Cell> cellTable_;   ///< of two levels, the second running first; empty for many levels
+    std::vector<uint64> wordTable_; ///< by cell, the first words before the second ones
     std::size_t width_ = 0;
 
     RowRing<uint64> words_; ///< the words of a row one after the other, each as wide as the row

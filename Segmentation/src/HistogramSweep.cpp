@@ -37,10 +37,14 @@ public:
     Count largest() const
     {
         Vector most = {};
-        for (std::size_t i = 0; i < end_; i += lanes) {
+        Vector others = {}; // so that one comparison need not wait for the one before
+        for (std::size_t i = 0; i < end_; i += 2 * lanes) {
             Vector const n = load(i);
+            Vector const next = load(i + lanes);
             most = n > most ? n : most;
+            others = next > others ? next : others;
         }
+        most = others > most ? others : most;
         Count result = 0;
         for (std::size_t lane = 0; lane < lanes; ++lane) {
             result = std::max(result, most[lane]);
@@ -78,7 +82,7 @@ public:
 private:
     using Vector __attribute__((vector_size(16))) = Count;
     static constexpr std::size_t lanes = 16 / sizeof(Count);
-    static_assert(HistogramBins::padding % lanes == 0);
+    static_assert(HistogramBins::padding % (2 * lanes) == 0);
 
     Count const* at(std::size_t bin) const { return counts_.data() + lanes + bin; }
 
@@ -151,8 +155,10 @@ public:
         }
         requireFilled(count);
         if (plan_.usesTypes(HISTO_Mean, HISTO_Peak)) {
-            bool const fits = std::log2(static_cast<double>(windowSize_ * numOfBins_)) < 31;
-            fits ? computeMoments<int64>(count) : computeMoments<int128>(count);
+            double const bits = std::log2(static_cast<double>(windowSize_ * numOfBins_)); // of the largest first sum
+            bits < 15   ? computeMoments<int64, int64>(count)
+            : bits < 31 ? computeMoments<int64, int128>(count)
+                        : computeMoments<int128, int128>(count);
         }
         if (wantsPeak_ || !quantiles_.empty()) {
             collectRuns(binRuns_, bins, y, firstColumn);
@@ -247,7 +253,8 @@ private:
     }
 
     /// Central moments of bin numbers times powers of the total are integers, so that a window within one bin has none.
-    template <class Integer>
+    /// `Integer` holds twice the bits of the first sum, `Wide` those of six times its fourth power.
+    template <class Integer, class Wide>
     void computeMoments(std::size_t count)
     {
         double const binSize = plan_.bins.binSize;
@@ -271,32 +278,35 @@ private:
         fill(HISTO_Stddev, [&](std::size_t x) { return hasSpread(x) ? std::sqrt(variance(x)) : 0.0; });
         fill(HISTO_Skewness, [&](std::size_t x) {
             double const m2 = spread(x);
-            return hasSpread(x) ? thirdMoment(x, count) / (std::sqrt(m2) * m2) : 0.0;
+            return hasSpread(x) ? thirdMoment<Wide>(x, count) / (std::sqrt(m2) * m2) : 0.0;
         });
         fill(HISTO_Kurtosis, [&](std::size_t x) {
             double const m2 = spread(x);
-            return hasSpread(x) ? fourthMoment(x, count) / (m2 * m2) - 3.0 : 0.0;
+            return hasSpread(x) ? fourthMoment<Wide>(x, count) / (m2 * m2) - 3.0 : 0.0;
         });
     }
 
     /// N^3 m3.
+    template <class Wide>
     double thirdMoment(std::size_t x, std::size_t count) const
     {
-        auto const n = static_cast<int128>(at(total, x, count));
-        auto const s1 = static_cast<int128>(at(first, x, count));
-        auto const s2 = static_cast<int128>(at(second, x, count));
-        auto const s3 = static_cast<int128>(at(third, x, count));
+        auto const n = static_cast<Wide>(at(total, x, count));
+        auto const s1 = static_cast<Wide>(at(first, x, count));
+        auto const s2 = static_cast<Wide>(at(second, x, count));
+        auto const s3 = static_cast<Wide>(at(third, x, count));
         return static_cast<double>(n * n * s3 - 3 * n * s1 * s2 + 2 * s1 * s1 * s1);
     }
 
     /// N^4 m4.
+    template <class Wide>
     double fourthMoment(std::size_t x, std::size_t count) const
     {
-        auto const n = static_cast<int128>(at(total, x, count));
-        auto const s1 = static_cast<int128>(at(first, x, count));
-        auto const s2 = static_cast<int128>(at(second, x, count));
-        auto const s3 = static_cast<int128>(at(third, x, count));
-        int128 const s4 = (static_cast<int128>(at(fourthHigh, x, count)) << 32U) + at(fourthLow, x, count);
+        auto const n = static_cast<Wide>(at(total, x, count));
+        auto const s1 = static_cast<Wide>(at(first, x, count));
+        auto const s2 = static_cast<Wide>(at(second, x, count));
+        auto const s3 = static_cast<Wide>(at(third, x, count));
+        Wide const s4 =
+            (static_cast<Wide>(at(fourthHigh, x, count)) << 32U) + static_cast<Wide>(at(fourthLow, x, count));
         return static_cast<double>(n * n * n * s4 - 4 * n * n * s1 * s3 + 6 * n * s1 * s1 * s2 - 3 * s1 * s1 * s1 * s1);
     }
 

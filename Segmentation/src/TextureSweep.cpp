@@ -102,7 +102,13 @@ void TextureSweep::computeAcross(TextureFeature const& feature, std::size_t coun
     };
     switch (feature.across()) {
     case Across::mean:
-        return fill([&](std::size_t x) { return sum(x) / n; });
+        std::fill(out, out + count, 0.0);
+        for (double const* value : values) {
+            for (std::size_t x = 0; x < count; ++x) {
+                out[x] += value[x];
+            }
+        }
+        return fill([&](std::size_t x) { return out[x] / n; });
     case Across::stddev:
         return fill([&](std::size_t x) {
             double squares = 0;

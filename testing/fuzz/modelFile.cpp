@@ -1,5 +1,4 @@
-// Reads any bytes as a model file: an error, or a model that can be used. The first byte chooses the form; the seeds
-// are the golden files of the tests with such a byte before them.
+// Reads any bytes as a model file of one form: an error, or a model that can be used.
 
 #include <boost/archive/archive_exception.hpp>
 
@@ -13,12 +12,8 @@
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
     using namespace mox::classification;
-    if (size == 0) {
-        return 0;
-    }
-    char const* const paths[] = {"model.mox", "model.txt", "model.xml"};
     try {
-        auto const model = modelFile::parse(paths[data[0] % 3], {reinterpret_cast<char const*>(data) + 1, size - 1});
+        auto const model = modelFile::parse(MODEL_FILE, {reinterpret_cast<char const*>(data), size});
         auto const classifier = model->classifier->clone();
         classifier->classify(LDAClassifier::Sample::Zero(classifier->getLearningSpaceDimension()));
         modelFile::compose(*model, WRITE_MODE_XML);
