@@ -172,7 +172,7 @@ void reducePlan(Source& source, int z, unsigned int rows, unsigned int columns, 
 template <class Functor>
 class Neighborhood8ColumnsReductionSimd {
 public:
-    static filters::Use use() { return {{1, 1, 1, 1, 0, 0}, true}; }
+    static filters::Use use() { return {{1, 1, 1, 1, 0, 0}, true, leafOfSmallElement}; }
 
     template <class Source, class Target>
     void operator()(access::Block const& leaf, Source& source, Target& target) const
@@ -192,7 +192,7 @@ public:
 template <class Functor>
 class Neighborhood26PlansReductionSimd {
 public:
-    static filters::Use use() { return {{1, 1, 1, 1, 1, 1}, true}; }
+    static filters::Use use() { return {{1, 1, 1, 1, 1, 1}, true, leafOfSmallElement}; }
 
     template <class Source, class Target>
     void operator()(access::Block const& leaf, Source& source, Target& target) const

@@ -78,7 +78,7 @@ private:
 template <class Functor, class Tag>
 class CrossKernel {
 public:
-    static filters::Use use() { return {box.reach()}; }
+    static filters::Use use() { return {box.reach(), false, leafOfSmallElement}; }
 
     template <class Source, class Target>
     void operator()(access::Block const& leaf, Source& source, Target& target) const

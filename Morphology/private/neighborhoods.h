@@ -89,6 +89,9 @@ namespace morphology {
 /// What the tags with a list of their own have in the place of the list.
 struct NoDataType {};
 
+/// Leaves so large that little of them lies at the rim, where rows are held back when they run in place.
+inline constexpr filters::LeafShape leafOfSmallElement{64, 128, 4096};
+
 /// The bounds of an element, inclusive.
 struct OffsetBox {
     kernel::Offset3D least{0, 0, 0};
