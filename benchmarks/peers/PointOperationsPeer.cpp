@@ -5,6 +5,7 @@
 #include <tbb/blocked_range.h>
 #include <tbb/parallel_for.h>
 
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -192,6 +193,46 @@ void compareAnamorphosis(Size const& size)
     }
 }
 
+/// Beside the remapping as it is defined, voxel by voxel, in halves.
+void compareAnamorphosisOfWords(Size const& size)
+{
+    using Word = unsigned short;
+    Source source(size, MOX_UINT16, 1, 0);
+    InMemoryImage output;
+    Vector<double> lut;
+    for (int i = 0; i <= 65535; ++i) {
+        lut.push_back(i / 256 * (i / 256));
+    }
+    auto const algorithm = Anamorphosis::New();
+    algorithm->input = &source.image;
+    algorithm->inputRange = math::Vector2<double>(0.0, 65535.0);
+    algorithm->lut = lut;
+    algorithm->output = &output;
+    algorithm->run();
+    cv::Mat peer(source.matrix.size(), CV_16U);
+    auto const* const in = source.matrix.ptr<Word>();
+    auto* const out = peer.ptr<Word>();
+    auto const unfolded = [&] {
+        using Range = tbb::blocked_range<std::size_t>;
+        tbb::parallel_for(
+            Range(0, size.numOfVoxels()),
+            [=, &lut, begin = 0.0, end = 65535.0, step = 1.0](Range const& part) {
+                for (std::size_t i = part.begin(); i < part.end(); ++i) {
+                    double const v = in[i];
+                    bool const isWithin = v >= begin && v <= end;
+                    out[i] =
+                        isWithin ? static_cast<Word>(lut[static_cast<unsigned int>(std::trunc(v / step))]) : Word(0);
+                }
+            },
+            tbb::static_partitioner());
+    };
+    unfolded();
+    if (areEqual("Anamorphosis", output, peer)) {
+        contest(std::string("anamorphosis of uint16, ") + size.text, static_cast<double>(size.numOfVoxels()),
+                {{"Moxelcore", [&] { algorithm->run(); }}, {"unfolded", unfolded}});
+    }
+}
+
 /// Algorithms of one input and one output of a type, beside OpenCV where it has the operation.
 template <class Algorithm>
 void compareToCopy(char const* title, Size const& size, VoxelTypes type, void (*peer)(cv::Mat const&, cv::Mat&))
@@ -274,6 +315,7 @@ void comparePointOperations()
             compareExtrema(size, type);
         }
         compareAnamorphosis(size);
+        compareAnamorphosisOfWords(size);
         for (VoxelTypes const type : {MOX_UINT8, MOX_UINT16}) {
             compareToCopy<InvertImage>("invert", size, type,
                                        [](auto const& in, auto& out) { cv::bitwise_not(in, out); });
