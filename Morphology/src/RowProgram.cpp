@@ -42,10 +42,8 @@ std::vector<StageExtent> extentsOf(RowProgram const& program)
             include(boxes[tap.stage], *boxes[k], tap.offset);
         }
     }
-    std::vector<StageExtent> extents;
-    for (auto const& box : boxes) {
-        extents.push_back({*box});
-    }
+    std::vector<StageExtent> extents(boxes.size());
+    std::transform(boxes.begin(), boxes.end(), extents.begin(), [](auto const& box) { return StageExtent{*box}; });
     for (std::size_t k = program.last(); k > 0; --k) {
         kernel::Offset3D const ahead = extents[k].around.most;
         for (Tap const& tap : program.stages()[k].taps) {
