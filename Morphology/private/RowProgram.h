@@ -13,8 +13,6 @@ namespace mox::morphology {
 struct Tap {
     unsigned int stage = 0;
     kernel::Offset3D offset{0, 0, 0};
-
-    bool operator==(Tap const&) const = default;
 };
 
 /// Each voxel of a stage is the reduction of what its taps see from there, in their order.
