@@ -22,8 +22,10 @@ endif()
 if(MOXELCORE_WARNINGS_AS_ERRORS)
     target_compile_options(moxelcore_options INTERFACE -Werror)
 endif()
+# To check each pointer for null and each object for its type takes about a quarter of the time to compile a test; the
+# address sanitizer finds the former too.
 if(MOXELCORE_SANITIZE)
-    target_compile_options(moxelcore_options INTERFACE -fsanitize=${MOXELCORE_SANITIZE} -fno-sanitize-recover=all
-                                                      -fno-omit-frame-pointer)
+    target_compile_options(moxelcore_options INTERFACE -fsanitize=${MOXELCORE_SANITIZE} -fno-sanitize=null,vptr
+                                                      -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(moxelcore_options INTERFACE -fsanitize=${MOXELCORE_SANITIZE})
 endif()
