@@ -65,10 +65,11 @@ public:
 
     /// Where row (y, z) of the leaf lies in memory, for a kernel that has it fetched before it reads it; null where that
     /// is not known.
-    Voxel const* ahead(int y, int z) const
+    Voxel const* ahead(int y, int z) const { return aheadAt(at(0, y, z), width_); }
+    Voxel const* aheadAt(access::Position const& position, unsigned int length) const
     {
         View const& view = cache_.view();
-        return view.isContiguous() ? view.pointer(at(0, y, z), width_) : nullptr;
+        return view.isContiguous() ? view.pointer(position, length) : nullptr;
     }
 
     /// Row (y, z) as wide as the leaf, with one voxel to either side. Cheaper than a wider row where the leaf touches
