@@ -211,16 +211,17 @@ public:
         T* middle = front + voxelsOfPlan;
         auto const rowOf = [&](T* plan, int y) { return plan + static_cast<std::size_t>(y) * columns; };
         auto const keep = [&](T* plan, int z) {
-            details::reducePlan<Functor>(source, z, rows, columns, pair,
-                                         [&](int y, auto&& write) { write(details::RowSink<T>{rowOf(plan, y), nullptr}); });
+            details::reducePlan<Functor>(source, z, rows, columns, pair, [&](int y, auto&& write) {
+                write(details::RowSink<T>{rowOf(plan, y), nullptr});
+            });
         };
         keep(front, -1);
         keep(middle, 0);
         for (int z = 0; z < static_cast<int>(leaf.getNumOfPlans()); ++z) {
             details::reducePlan<Functor>(source, z + 1, rows, columns, pair, [&](int y, auto&& write) {
                 target.writeRow(y, z, [&](T* out) {
-                    write(details::PlansSink<Functor, T>{rowOf(front, y), rowOf(middle, y), out,
-                                                         target.ahead(y + 1, z)});
+                    write(
+                        details::PlansSink<Functor, T>{rowOf(front, y), rowOf(middle, y), out, target.ahead(y + 1, z)});
                 });
             });
             std::swap(front, middle);

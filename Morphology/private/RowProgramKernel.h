@@ -121,8 +121,9 @@ private:
                     source_.row(slot, stage.least.column, row, plan, static_cast<unsigned int>(stage.width));
                 nextOfImage_ = source_.ahead(row + 1, plan);
             } else if (k == program_.last()) {
-                target.writeRow(row, plan,
-                                [&](T* out) { reduce(k, row, plan, out, {nullptr, target.ahead(row + 1, plan)}); });
+                target.writeRow(row, plan, [&](T* out) {
+                    reduce(k, row, plan, out, {nullptr, target.ahead(row + 1, plan)});
+                });
             } else {
                 makeRow(k, row, plan);
             }

@@ -63,8 +63,8 @@ public:
         return cache_.getRow(slot, length, position).voxels();
     }
 
-    /// Where row (y, z) of the leaf lies in memory, for a kernel that has it fetched before it reads it; null where that
-    /// is not known.
+    /// Where row (y, z) of the leaf lies in memory, for a kernel that has it fetched before it reads it; null where
+    /// that is not known.
     Voxel const* ahead(int y, int z) const { return aheadAt(at(0, y, z), width_); }
     Voxel const* aheadAt(access::Position const& position, unsigned int length) const
     {
