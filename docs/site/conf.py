@@ -3,6 +3,7 @@ reads from the public headers. The pages are plain Markdown; what only the site 
 """
 
 import itertools
+import re
 from pathlib import Path
 from xml.etree import ElementTree
 
@@ -90,6 +91,16 @@ def reference(module):
         yield from (f"```{directive}\n```" for _, directive in group)
 
 
+quotation = re.compile(r"<!-- from (\S+) -->\n```\w+\n(.*?)```\n", re.DOTALL)
+
+
+def check_quotations(app, page, source):
+    """Code that is said to be from an example shall stand there."""
+    for path, code in quotation.findall(source[0]):
+        if code not in (root / path).read_text():
+            logger.warning("this does not stand in %s:\n%s", path, code, location=page)
+
+
 def add_what_only_the_site_has(app, page, source):
     folder, _, name = page.rpartition("/")
     added = [*tables_of_contents(page), *(reference(name) if folder == "docs/reference" else [])]
@@ -118,5 +129,6 @@ class Program(Parser):
 
 def setup(app):
     app.add_source_parser(Program)
+    app.connect("source-read", check_quotations)
     app.connect("source-read", add_what_only_the_site_has)
     app.connect("doctree-read", check_links)
