@@ -25,6 +25,7 @@ exclude_patterns = ["build"]
 source_suffix = {".md": "markdown", ".cpp": "program"}
 primary_domain = "cpp"
 highlight_language = "none"
+smartquotes = False
 nitpick_ignore_regex = [("cpp:identifier", ".*")]  # parts of declarations, of other libraries too
 
 myst_heading_anchors = 4
