@@ -44,6 +44,7 @@ templates_path = ["templates"]
 html_copy_source = False
 html_show_copyright = False
 html_show_sphinx = False
+html_use_index = False
 
 modules = ["Core", "Math", "Geometry", "PointOperations", "Morphology", "Segmentation", "Classification", "Registration",
            "Miscellaneous"]
