@@ -46,8 +46,7 @@ html_show_copyright = False
 html_show_sphinx = False
 html_use_index = False
 
-modules = ["Core", "Math", "Geometry", "PointOperations", "Morphology", "Segmentation", "Classification", "Registration",
-           "Miscellaneous"]
+modules = sorted((path.parent.name for path in root.glob("*/include")), key=lambda name: (name != "Core", name))
 contents = {
     "README": {
         "Algorithms": ["docs/overview", "docs/morphology"],
