@@ -1,7 +1,6 @@
 #!/usr/bin/env bash
-# Installs what the build needs and the system lacks: install-dependencies.sh [checks|fuzz]
-# With "checks", also what the checks of CI need, with "fuzz", what scripts/fuzz.sh needs. Optional packages that cannot
-# be had are reported, not failed.
+# Installs what the build needs and the system lacks: install-dependencies.sh [checks|docs|fuzz]
+# With "checks", also what the checks of CI need; with "docs" or "fuzz", what the script of that name needs.
 set -euo pipefail
 
 required=(
@@ -12,6 +11,7 @@ required=(
     libtiff-dev libpng-dev zlib1g-dev libcli11-dev nlohmann-json3-dev
 )
 checks=(git clang-format clang-tidy)
+docs=(doxygen python3-sphinx python3-myst-parser python3-breathe furo)
 fuzz=(clang libclang-rt-14-dev)
 
 missing() {
@@ -26,6 +26,7 @@ as_root() {
 
 wanted=("${required[@]}")
 [ "${1:-}" = checks ] && wanted+=("${checks[@]}")
+[ "${1:-}" = docs ] && wanted+=("${docs[@]}")
 [ "${1:-}" = fuzz ] && wanted+=("${fuzz[@]}")
 mapfile -t absent < <(missing "${wanted[@]}")
 if [ "${#absent[@]}" -eq 0 ]; then
