@@ -11,7 +11,8 @@ namespace {
 
 std::string const& valueOf(Case const& row, std::string const& property)
 {
-    return std::find_if(row.properties.begin(), row.properties.end(), [&](auto const& p) { return p.first == property; })
+    return std::find_if(row.properties.begin(), row.properties.end(),
+                        [&](auto const& p) { return p.first == property; })
         ->second;
 }
 
