@@ -10,7 +10,7 @@ required=(
     libgtest-dev libgmock-dev librapidcheck-dev libbenchmark-dev
     libtiff-dev libpng-dev zlib1g-dev libcli11-dev nlohmann-json3-dev
 )
-checks=(git clang-format clang-tidy)
+checks=(git clang-format clang-tidy dpkg-dev file)
 docs=(doxygen python3-sphinx python3-myst-parser python3-breathe furo)
 fuzz=(clang libclang-rt-14-dev)
 
