@@ -1,7 +1,7 @@
 // Reads any bytes as an image file: an error, or an image that the host writes in the same format and reads again.
 
-#include "apps/moxel/Errors.h"
 #include "apps/moxel/ImageFile.h"
+#include "apps/moxel/Errors.h"
 #include "testing/fuzz/MemoryFile.h"
 #include "testing/fuzz/require.h"
 
