@@ -36,6 +36,6 @@ for target in "${targets[@]}"; do
     mkdir -p "$corpus"
     echo "--- $target"
     build/fuzz/testing/fuzz/moxelcore_fuzz_"$target" "$corpus" "$(seedsOf "$target")" -seed=1 \
-        -max_total_time="$seconds" -max_len="$(mostBytesOf "$target")" -timeout=5 -rss_limit_mb=$mostMegabytes \
+        -max_total_time="$seconds" -max_len="$(mostBytesOf "$target")" -timeout=20 -rss_limit_mb=$mostMegabytes \
         -print_final_stats=1 -artifact_prefix="build/fuzz/findings/$target-"
 done

@@ -21,13 +21,13 @@ void bindAndTell(mox::BaseProperty& property, std::string const& word)
         return;
     }
     try {
-        auto const first = kind.bind(property, word, {});
+        auto const held = kind.bind(property, word, {});
+        std::string const text = kind.text(property);
+        moxel::textOf(kind.json(property));
         if (tellsItsText(kind, property)) {
-            std::string const text = kind.text(property);
-            auto const second = kind.bind(property, text, {});
+            auto const again = kind.bind(property, text, {});
             mox::fuzz::require(kind.text(property) == text);
         }
-        static_cast<void>(kind.json(property).dump());
     } catch (moxel::UsageError const&) {
     }
 }
