@@ -18,8 +18,13 @@ getSources() {
     local options=(-o Dir::Etc::sourcelist="$tbb/sources.list" -o Dir::Etc::sourceparts=-
         -o Dir::State::lists="$tbb/lists" -o Dir::Cache="$tbb/cache" -o APT::Sandbox::User=)
     mkdir -p "$tbb/lists/partial" "$tbb/cache/archives/partial"
+    # shellcheck disable=SC2016
     apt-get indextargets --format 'deb-src $(REPO_URI) $(RELEASE) $(COMPONENT)' 'Created-By: Packages' 'Origin: Debian' \
         >"$tbb/sources.list"
+    if [ ! -s "$tbb/sources.list" ]; then
+        echo "apt has no lists of Debian's packages: apt-get update gets them" >&2
+        exit 1
+    fi
     apt-get "${options[@]}" update
     (cd "$tbb" && apt-get "${options[@]}" source "$(dpkg-query -W -f '${source:Package}' libtbb-dev)")
 }
