@@ -29,7 +29,7 @@ getSources() {
     (cd "$tbb" && apt-get "${options[@]}" source "$(dpkg-query -W -f '${source:Package}' libtbb-dev)")
 }
 
-# Strict is without a warning; the sanitizer knows no fences, which g++ warns of.
+# Strict makes errors of warnings: g++ warns of fences, which the sanitizer does not know.
 buildTbb() {
     cmake -S "$tbb"/*tbb-*/ -B "$tbb/build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTBB_SANITIZE=thread \
         -DTBB_STRICT=OFF -DTBB_TEST=OFF -DTBBMALLOC_BUILD=OFF -DCMAKE_INSTALL_PREFIX="$tbb/installed"
