@@ -47,6 +47,6 @@ if [ ! -d "$tbb/installed" ]; then
     buildTbb
 fi
 cmake --preset tsan -DTBB_DIR="$tbb/installed/lib/cmake/TBB" ${MOXELCORE_CMAKE_OPTIONS:-}
-atFixedAddresses cmake --build --preset tsan --target moxelcore_unit_tests
+cmake --build --preset tsan --target moxelcore_unit_tests
 filter=${1:-$(IFS=: && echo "${tests[*]}")}
 TSAN_OPTIONS=second_deadlock_stack=1 atFixedAddresses build/tsan/testing/moxelcore_unit_tests --gtest_filter="$filter" --gtest_brief=1
