@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs what the build needs and the system lacks: install-dependencies.sh [checks|docs|fuzz]
-# With "checks", also what the checks of CI need; with "docs" or "fuzz", what the script of that name needs.
+# Installs what the build needs and the system lacks: install-dependencies.sh [checks] [docs] [fuzz] [tsan]
+# With "checks" also what the checks of CI need; with another word, what the script of that name needs.
 set -euo pipefail
 
 required=(
@@ -13,6 +13,7 @@ required=(
 checks=(git clang-format clang-tidy dpkg-dev file)
 docs=(doxygen python3-sphinx python3-myst-parser python3-breathe furo)
 fuzz=(clang libclang-rt-14-dev)
+tsan=(dpkg-dev util-linux)
 
 missing() {
     for package in "$@"; do
@@ -25,9 +26,10 @@ as_root() {
 }
 
 wanted=("${required[@]}")
-[ "${1:-}" = checks ] && wanted+=("${checks[@]}")
-[ "${1:-}" = docs ] && wanted+=("${docs[@]}")
-[ "${1:-}" = fuzz ] && wanted+=("${fuzz[@]}")
+for purpose in "$@"; do
+    declare -n packages=$purpose
+    wanted+=("${packages[@]}")
+done
 mapfile -t absent < <(missing "${wanted[@]}")
 if [ "${#absent[@]}" -eq 0 ]; then
     exit 0
