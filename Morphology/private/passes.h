@@ -33,6 +33,9 @@ struct Step {
 /// Steps that follow each other make one large element.
 using Steps = std::vector<Step>;
 
+/// An element applied once.
+Steps onlyStep(Element element, Symmetry symmetry);
+
 /// The steps that have something to do.
 Steps withoutIdle(Steps steps);
 

@@ -21,6 +21,14 @@ Step reflectedStep(Step step)
 
 } // namespace
 
+// Not from a list in braces: when the offsets in one throw, g++ 12 destroys a step that was never made.
+Steps onlyStep(Element element, Symmetry symmetry)
+{
+    Steps steps;
+    steps.push_back({std::move(element), 1, symmetry});
+    return steps;
+}
+
 Steps withoutIdle(Steps steps)
 {
     std::erase_if(steps, [](Step const& step) { return step.iterations == 0; });

@@ -36,7 +36,7 @@ public:
     }
 
 private:
-    static constexpr unsigned int numOfPoints = 16;
+    static constexpr unsigned int numOfPoints = 32;
     Vector<Point> points_;
 };
 

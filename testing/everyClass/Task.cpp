@@ -1,12 +1,32 @@
 #include "testing/everyClass/Task.h"
 
+#include <Moxelcore/Core/PropertyEnumeration.h>
+
 #include <stdexcept>
 
 #include "testing/AlgorithmTests.h"
 
 namespace mox::testing {
 
-Task::Task(std::string const& className, TaskForm const& form)
+std::vector<Choice> choicesOf(std::string const& className)
+{
+    std::vector<Choice> choices(1);
+    auto const algorithm = AlgoInfo::fromName(className.c_str()).createInstance();
+    for (BaseProperty* input : inputsOf(*algorithm)) {
+        auto const* const property = dynamic_cast<PropertyEnumeration*>(input);
+        for (int i = 0; property != nullptr && i < property->getEnumInfo().size(); ++i) {
+            choices.push_back({property->getName().c_str(), property->getEnumInfo().getEnumByIndex(i)});
+        }
+    }
+    return choices;
+}
+
+std::ostream& operator<<(std::ostream& out, Choice const& choice)
+{
+    return choice.property.empty() ? out << "defaults" : out << choice.property << ' ' << choice.enumerator;
+}
+
+Task::Task(std::string const& className, TaskForm const& form, Choice const& choice)
     : entry_(entryOf(className))
     , algorithm_(AlgoInfo::fromName(className.c_str()).createInstance())
 {
@@ -16,6 +36,10 @@ Task::Task(std::string const& className, TaskForm const& form)
         if (property == nullptr || !property->read(text.c_str(), echo)) {
             throw std::logic_error(className + " takes no value for " + name + ": " + text);
         }
+    }
+    if (!choice.property.empty()) {
+        auto* const property = algorithm_->getPropertyfromName(choice.property.c_str());
+        dynamic_cast<PropertyEnumeration&>(*property).set(choice.enumerator);
     }
     for (BaseProperty* property : inputsOf(*algorithm_)) {
         places_.push_back(makePlace(*property, false, entry_, form));

@@ -3,6 +3,7 @@
 #include <Moxelcore/Core/BaseAlgorithm.h>
 
 #include <memory>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -10,12 +11,23 @@
 
 namespace mox::testing {
 
+/// An enumerator for one of a task's properties, or none.
+struct Choice {
+    std::string property;
+    int enumerator = 0;
+};
+
+/// None, then each enumerator of each property of the class.
+std::vector<Choice> choicesOf(std::string const& className);
+
+std::ostream& operator<<(std::ostream& out, Choice const& choice);
+
 /// An algorithm made by its name, with inputs, places for its outputs and values that make a run do real work. It can
 /// be run any number of times.
 class Task {
 public:
     /// Throws `std::out_of_range` for a class that the catalogue does not have.
-    explicit Task(std::string const& className, TaskForm const& form = {});
+    explicit Task(std::string const& className, TaskForm const& form = {}, Choice const& choice = {});
 
     BaseAlgorithm& algorithm() const { return *algorithm_; }
     Entry const& entry() const { return entry_; }

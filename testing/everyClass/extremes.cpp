@@ -12,21 +12,20 @@ namespace mox::testing {
 namespace {
 
 template <class T>
-    requires std::is_arithmetic_v<T>
-std::vector<T> extremeValues(T)
-{
-    using Limits = std::numeric_limits<T>;
-    if constexpr (std::is_same_v<T, bool>) {
-        return {false, true};
-    } else if constexpr (std::is_floating_point_v<T>) {
-        return {Limits::quiet_NaN(), Limits::infinity(), -Limits::infinity(), T(0), T(-1),
-                Limits::lowest(),    Limits::max(),      Limits::denorm_min()};
-    } else if constexpr (std::is_signed_v<T>) {
-        return {T(0), T(-1), Limits::min(), Limits::max()};
-    } else {
-        return {T(0), Limits::max()};
+    requires std::is_arithmetic_v<T> std::vector<T> extremeValues(T)
+    {
+        using Limits = std::numeric_limits<T>;
+        if constexpr (std::is_same_v<T, bool>) {
+            return {false, true};
+        } else if constexpr (std::is_floating_point_v<T>) {
+            return {Limits::quiet_NaN(), Limits::infinity(), -Limits::infinity(), T(0), T(-1),
+                    Limits::lowest(),    Limits::max(),      Limits::denorm_min()};
+        } else if constexpr (std::is_signed_v<T>) {
+            return {T(0), T(-1), Limits::min(), Limits::max()};
+        } else {
+            return {T(0), Limits::max()};
+        }
     }
-}
 
 std::vector<String> extremeValues(String const&)
 {

@@ -44,9 +44,9 @@ protected:
 };
 
 /// Whether the k-th allocation of a first run has failed. Either way a second run is right.
-bool failsAt(int k, std::string const& name, Bytes const& expected)
+bool failsAt(int k, std::string const& name, Choice const& choice, Bytes const& expected)
 {
-    Task const task(name);
+    Task const task(name, {}, choice);
     Allocations::failAt(k);
     bool hasFailed = false;
     try {
@@ -61,19 +61,25 @@ bool failsAt(int k, std::string const& name, Bytes const& expected)
     return hasFailed;
 }
 
+void failAtEach(std::string const& name, Choice const& choice)
+{
+    Bytes const expected = Task(name, {}, choice).run();
+    bool fails = true;
+    for (int k = 1; fails; ++k) {
+        SCOPED_TRACE(k);
+        long const numOfLive = Allocations::numOfLive();
+        fails = failsAt(k, name, choice, expected);
+        ASSERT_EQ(Allocations::numOfLive(), numOfLive);
+        ASSERT_LT(k, 10000);
+    }
+}
+
 TEST_P(EveryFault, isSurvivedAtEveryAllocation)
 {
-    withThreads(1, [&] {
-        Bytes const expected = Task(name).run();
-        bool fails = true;
-        for (int k = 1; fails; ++k) {
-            SCOPED_TRACE(k);
-            long const numOfLive = Allocations::numOfLive();
-            fails = failsAt(k, name, expected);
-            ASSERT_EQ(Allocations::numOfLive(), numOfLive);
-            ASSERT_LT(k, 10000);
-        }
-    });
+    for (Choice const& choice : choicesOf(name)) {
+        SCOPED_TRACE(choice);
+        withThreads(1, [&] { failAtEach(name, choice); });
+    }
 }
 
 TEST_P(EveryFault, isSurvivedAtExtremeValues)
