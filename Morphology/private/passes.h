@@ -33,8 +33,8 @@ struct Step {
 /// Steps that follow each other make one large element.
 using Steps = std::vector<Step>;
 
-/// An element applied once.
-Steps onlyStep(Element element, Symmetry symmetry);
+/// A step alone.
+Steps onlyStep(Step step);
 
 /// The steps that have something to do.
 Steps withoutIdle(Steps steps);

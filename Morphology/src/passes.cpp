@@ -22,10 +22,10 @@ Step reflectedStep(Step step)
 } // namespace
 
 // Not from a list in braces: when the offsets in one throw, g++ 12 destroys a step that was never made.
-Steps onlyStep(Element element, Symmetry symmetry)
+Steps onlyStep(Step step)
 {
     Steps steps;
-    steps.push_back({std::move(element), 1, symmetry});
+    steps.push_back(std::move(step));
     return steps;
 }
 
