@@ -15,7 +15,7 @@ Steps stepsOf(Ball3DMorphology const& algorithm, access::Sizes const& sizes)
 {
     unsigned int const size = algorithm.elementSize;
     if (size == 0 || algorithm.precision == MOX_ALGO_PRECISE) {
-        return onlyStep({ballOffsets(size, sizes)});
+        return {{ballOffsets(size, sizes)}};
     }
     auto const crosses = static_cast<unsigned int>(size * 0.6);
     auto const edged = static_cast<unsigned int>(size * 0.3);

@@ -15,7 +15,7 @@ Steps stepsOf(Disk2DMorphology const& algorithm, access::Sizes const& sizes)
 {
     unsigned int const size = algorithm.elementSize;
     if (size == 0 || algorithm.precision == MOX_ALGO_PRECISE) {
-        return onlyStep({diskOffsets(size, sizes)});
+        return {{diskOffsets(size, sizes)}};
     }
     unsigned int const half = size / 2;
     return withoutIdle({{SquareElement(), half}, {access::Neighborhood2D_4Tag(), size - half}});

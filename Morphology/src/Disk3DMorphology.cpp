@@ -19,7 +19,7 @@ TiltedDisk diskOf(Disk3DMorphology const& algorithm)
 
 Steps stepsOf(Disk3DMorphology const& algorithm, access::Sizes const& sizes)
 {
-    return onlyStep({diskOf(algorithm).offsets(sizes), 1, Symmetry::none});
+    return {{diskOf(algorithm).offsets(sizes), 1, Symmetry::none}};
 }
 
 FamilyRegistration<stepsOf, ErosionDisk3D, DilationDisk3D, OpeningDisk3D, ClosingDisk3D> const registration;

@@ -19,7 +19,7 @@ Line2D lineOf(Line2DMorphology const& algorithm)
 
 Steps stepsOf(Line2DMorphology const& algorithm, access::Sizes const& sizes)
 {
-    return onlyStep({lineOf(algorithm).offsets(sizes), 1, Symmetry::none});
+    return {{lineOf(algorithm).offsets(sizes), 1, Symmetry::none}};
 }
 
 FamilyRegistration<stepsOf, ErosionLine2D, DilationLine2D, OpeningLine2D, ClosingLine2D> const registration;

@@ -19,7 +19,7 @@ Line3D lineOf(Line3DMorphology const& algorithm)
 
 Steps stepsOf(Line3DMorphology const& algorithm, access::Sizes const& sizes)
 {
-    return onlyStep({lineOf(algorithm).offsets(sizes), 1, Symmetry::none});
+    return {{lineOf(algorithm).offsets(sizes), 1, Symmetry::none}};
 }
 
 FamilyRegistration<stepsOf, ErosionLine3D, DilationLine3D, OpeningLine3D, ClosingLine3D> const registration;

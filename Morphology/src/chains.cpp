@@ -110,13 +110,13 @@ std::vector<Chain> chainsOf(Steps const& steps)
     for (Step const& step : steps) {
         unsigned int const most = mostIterations(step.element);
         if (most == 0) {
-            chains.push_back({onlyStep({step.element, 1, step.symmetry}), step.iterations});
+            chains.push_back({{{step.element, 1, step.symmetry}}, step.iterations});
             continue;
         }
         unsigned int const repetitions = step.iterations / most;
         unsigned int const rest = step.iterations % most;
         if (repetitions > 0) {
-            chains.push_back({onlyStep({step.element, most}), repetitions});
+            chains.push_back({{{step.element, most}}, repetitions});
         }
         if (rest == 0) {
             continue;

@@ -11,23 +11,15 @@ Step reflectedStep(Step step)
     if (step.symmetry == Symmetry::central) {
         return step;
     }
-    if (auto* const inPlane = std::get_if<OffsetList2D>(&step.element)) {
-        *inPlane = reflected(std::move(*inPlane));
-    } else if (auto* const inSpace = std::get_if<OffsetList3D>(&step.element)) {
-        *inSpace = reflected(std::move(*inSpace));
+    if (auto* const inPlane = std::get_if<Shared<OffsetList2D>>(&step.element)) {
+        *inPlane = reflected(**inPlane);
+    } else if (auto* const inSpace = std::get_if<Shared<OffsetList3D>>(&step.element)) {
+        *inSpace = reflected(**inSpace);
     }
     return step;
 }
 
 } // namespace
-
-// Not from a list in braces: when the offsets in one throw, g++ 12 destroys a step that was never made.
-Steps onlyStep(Step step)
-{
-    Steps steps;
-    steps.push_back(std::move(step));
-    return steps;
-}
 
 Steps withoutIdle(Steps steps)
 {

@@ -45,9 +45,7 @@ private:
     {
         if (isFoldable(chain)) {
             auto const iterations = static_cast<unsigned int>(numOfIterations(chain.steps));
-            RowProgram folded = foldedProgram(chain.steps);
-            RowProgram literal = literalProgram(chain.steps);
-            std::array programs{std::move(folded), std::move(literal)};
+            std::array programs{foldedProgram(chain.steps), literalProgram(chain.steps)};
             auto const leaf = leafFor(programs, sizes, sizeof(T));
             return leaf ? make<T>(std::move(programs[0]), std::move(programs[1]), *leaf, iterations) : nullptr;
         }
