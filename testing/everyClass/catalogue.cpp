@@ -118,7 +118,7 @@ void appendTextures(std::vector<Entry>& entries)
 
 void appendRegistration(std::vector<Entry>& entries)
 {
-    Values const robustFit = {{"transformationType", "AFFINE"}, {"robustEstimation", "1"}};
+    Values const robustFit = {{"transformationType", "AFFINE"}, {"robustEstimation", "1"}, {"confidence", "0.1"}};
     entries.insert(
         entries.end(),
         {{"LandmarkRegistration2D", Extent::plane, true, false, robustFit},
