@@ -17,6 +17,9 @@ struct TaskForm {
     VoxelTypes voxelType = MOX_UINT8;
     /// Cut into several leaves; else of some dozens of voxels.
     bool isLarge = false;
+    /// Other numbers of columns and rows, where not 0.
+    unsigned int columns = 0;
+    unsigned int rows = 0;
     /// Whether floating voxels are NaN and infinite at times.
     bool hasSpecialVoxels = false;
     unsigned int seed = 1;

@@ -5,6 +5,8 @@
 #include <stdexcept>
 
 #include "testing/AlgorithmTests.h"
+#include "testing/everyClass/imagePlaces.h"
+#include "testing/everyClass/visitValue.h"
 
 namespace mox::testing {
 
@@ -71,6 +73,21 @@ Bytes Task::run(unsigned char pattern) const
     soil(pattern);
     algorithm_->run();
     return results();
+}
+
+Bytes Task::runInPlace() const
+{
+    ImageModel* image = nullptr;
+    for (BaseProperty* property : propertiesOf(*algorithm_)) {
+        visitAs<ImageModel const*>(*property, [&](auto& input) {
+            image = image == nullptr ? const_cast<ImageModel*>(input.get()) : image; // which is the task's
+        });
+        visitAs<ImageModel*>(*property, [&](auto& output) { output = image; });
+    }
+    algorithm_->run();
+    Bytes bytes;
+    append(bytes, *image);
+    return bytes;
 }
 
 } // namespace mox::testing

@@ -40,6 +40,9 @@ public:
     /// The results of a run from soiled outputs.
     Bytes run(unsigned char pattern = 0) const;
 
+    /// The same where the class works in place: the first input image becomes the result.
+    Bytes runInPlace() const;
+
 private:
     Entry const& entry_;
     boost::shared_ptr<BaseAlgorithm> algorithm_;

@@ -117,7 +117,11 @@ private:
 void fill(memory::InMemoryImage& image, ImageEntry const& entry, TaskForm const& form)
 {
     VoxelTypes const voxelType = entry.voxelType.value_or(form.voxelType);
-    Shape const shape = shapeOf(*entry.extent, form.isLarge);
+    Shape shape = shapeOf(*entry.extent, form.isLarge);
+    if (entry.extent != Extent::part && form.columns > 0 && form.rows > 0) {
+        shape[0] = form.columns;
+        shape[1] = form.rows;
+    }
     image.allocate(voxelType, shape[0], shape[1], shape[2], shape[3], shape[4]);
     image.setInterpretation(entry.interpretation.value_or(INTERPRETATION_VALUE));
     dispatch(RealVoxels(), voxelType, [&]<class T>() { fillWith<T>(image, entry, form); });

@@ -125,6 +125,23 @@ TEST_P(EveryRun, doesNotDependOnThreadsAndLevelForFloats)
     }
 }
 
+TEST_P(EveryRun, worksInPlaceWhereTheCatalogueTells)
+{
+    if (!entryOf(name).worksInPlace) {
+        GTEST_SKIP() << "its result is another";
+    }
+    for (auto const voxelType : {MOX_INT16, MOX_FLOAT32}) {
+        if (voxelType == MOX_FLOAT32 && !entryOf(name).takesFloats) {
+            continue;
+        }
+        for (Choice const& choice : choicesOf(name)) {
+            SCOPED_TRACE(choice);
+            TaskForm const form = {.voxelType = voxelType, .isLarge = true, .hasSpecialVoxels = true};
+            EXPECT_TRUE(Task(name, form, choice).runInPlace() == Task(name, form, choice).run());
+        }
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(OfTheLibrary, EveryRun, ::testing::ValuesIn(namesOfClasses()),
                          [](auto const& name) { return name.param; });
 
