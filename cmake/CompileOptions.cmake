@@ -17,7 +17,8 @@ target_compile_options(moxelcore_options INTERFACE -Wall -Wextra -Wpedantic -Wco
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
     target_compile_options(moxelcore_options INTERFACE -Wno-restrict) # false alarms of g++ 12 at "text" + std::string
 else()
-    target_compile_options(moxelcore_options INTERFACE -Wno-sign-conversion) # part of clang's -Wconversion only
+    target_compile_options(moxelcore_options INTERFACE -Wno-sign-conversion  # part of clang's -Wconversion only
+                                                      -Wno-unknown-pragmas) # `GCC ivdep`
 endif()
 if(MOXELCORE_WARNINGS_AS_ERRORS)
     target_compile_options(moxelcore_options INTERFACE -Werror)

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Installs what the build needs and the system lacks: install-dependencies.sh [checks|fuzz]
-# With "checks", also what the checks of CI need, with "fuzz", what scripts/fuzz.sh needs. Optional packages that cannot
-# be had are reported, not failed.
+# Installs what the build needs and the system lacks: install-dependencies.sh [checks] [fuzz] [tsan]
+# With "checks" also what the checks of CI need, with "fuzz" what scripts/fuzz.sh needs, with "tsan" what
+# scripts/tsan.sh needs.
 set -euo pipefail
 
 required=(
@@ -13,6 +13,7 @@ required=(
 )
 checks=(git clang-format clang-tidy)
 fuzz=(clang libclang-rt-14-dev)
+tsan=(dpkg-dev util-linux)
 
 missing() {
     for package in "$@"; do
@@ -25,8 +26,10 @@ as_root() {
 }
 
 wanted=("${required[@]}")
-[ "${1:-}" = checks ] && wanted+=("${checks[@]}")
-[ "${1:-}" = fuzz ] && wanted+=("${fuzz[@]}")
+for purpose in "$@"; do
+    declare -n packages=$purpose
+    wanted+=("${packages[@]}")
+done
 mapfile -t absent < <(missing "${wanted[@]}")
 if [ "${#absent[@]}" -eq 0 ]; then
     exit 0

@@ -4,7 +4,9 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 preset=${1:-release}
 
-scripts/install-dependencies.sh
+purposes=()
+[ "$preset" = fuzz ] && purposes=(fuzz)
+scripts/install-dependencies.sh "${purposes[@]}"
 cmake --preset "$preset" ${MOXELCORE_CMAKE_OPTIONS:-}
 cmake --build --preset "$preset"
 ctest --preset "$preset" -j 2

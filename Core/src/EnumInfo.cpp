@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cassert>
 #include <cctype>
+#include <limits>
 #include <locale>
 #include <map>
 #include <sstream>
@@ -43,6 +44,11 @@ bool readNumber(std::string const& text, int& number)
     return true;
 }
 
+int nextAfter(int number)
+{
+    return number < std::numeric_limits<int>::max() ? number + 1 : std::numeric_limits<int>::min();
+}
+
 template <class Map, class Key>
 auto const& lookUp(Map const& map, Key const& key)
 {
@@ -64,7 +70,7 @@ EnumInfo::EnumInfo(char const* definition, char const* enumName)
     for (std::string const& token : boost::tokenizer(text, boost::char_separator<char>(","))) {
         auto const equals = token.find('=');
         if (equals == std::string::npos) {
-            ++counter;
+            counter = nextAfter(counter);
         } else {
             readNumber(token.substr(equals + 1), counter);
         }

@@ -77,6 +77,12 @@ TEST(EnumInfo, keepsTheCounterAtAValueThatIsTooLarge)
     EXPECT_THAT(entriesOf("A = 4, B = 99999999999, C"), ElementsAre(Entry("A", 4), Entry("B", 4), Entry("C", 5)));
 }
 
+TEST(EnumInfo, goesOnFromTheLargestValueWithTheSmallest)
+{
+    EXPECT_THAT(entriesOf("A = 2147483647, B, C"),
+                ElementsAre(Entry("A", 2147483647), Entry("B", -2147483647 - 1), Entry("C", -2147483647)));
+}
+
 TEST(EnumInfo, dropsEmptyTokensButEntersBlankOnes)
 {
     EXPECT_THAT(entriesOf("A = 0,,B,"), ElementsAre(Entry("A", 0), Entry("B", 1)));

@@ -28,8 +28,9 @@ using ::testing::StartsWith;
 class Implementation final : public AbstractPrivateImplementation {
 public:
     explicit Implementation(BaseAlgorithm* owner)
-        : AbstractPrivateImplementation(owner)
+        : AbstractPrivateImplementation(owner, AttachLater())
     {
+        attach();
     }
     ~Implementation() override { detach(); }
 
@@ -182,6 +183,25 @@ TEST_P(RunProtocol, showsTheProgressOfTheAttachedImplementation)
     };
     algorithm->run(interaction());
     EXPECT_EQ(algorithm->getProgress(), 0.0);
+}
+
+/// For a thread that is the only one to cancel it.
+class ImplementationAttachedByItsBase final : public AbstractPrivateImplementation {
+public:
+    using AbstractPrivateImplementation::AbstractPrivateImplementation;
+    bool cancelExecution() override { return AbstractPrivateImplementation::cancelExecution(); }
+};
+
+TEST_P(RunProtocol, knowsAnImplementationThatItsBaseAttaches)
+{
+    bool isCancelled = false;
+    algorithm->work = [&](TestAlgorithm& running) {
+        ImplementationAttachedByItsBase const implementation(&running);
+        EXPECT_TRUE(running.cancelExecution());
+        isCancelled = implementation.isExecutionCancelled();
+    };
+    algorithm->run(interaction());
+    EXPECT_TRUE(isCancelled);
 }
 
 TEST_P(RunProtocol, handsACancelToTheAttachedImplementation)

@@ -15,8 +15,8 @@ struct RunRecord;
 /// shared with the algorithm object, so that a thread that watches the run may ask at any time.
 class MOXELCORE_API AbstractPrivateImplementation {
 public:
-    /// Attaches itself to the owner, which may be null. From here on another thread may call `cancelExecution`; a
-    /// class whose own members that needs starts with `AttachLater`.
+    /// Attaches itself to the owner, which may be null. From here on `cancelExecution` may be called, before the
+    /// concrete class is whole: one that another thread may cancel starts with `AttachLater`.
     explicit AbstractPrivateImplementation(BaseAlgorithm* owner);
     AbstractPrivateImplementation(AbstractPrivateImplementation const&) = delete;
     AbstractPrivateImplementation& operator=(AbstractPrivateImplementation const&) = delete;

@@ -7,8 +7,8 @@
 /// Immutable once built; a copy is a table of its own.
 class MOXELCORE_API EnumInfo {
 public:
-    /// Names are separated by commas. A name without "=" gets the value before it plus 1, the first one 1; a value
-    /// that is no number counts as absent without the step of 1.
+    /// Names are separated by commas. A name without "=" gets the value before it plus 1, the first one 1; the
+    /// largest is followed by the smallest. A value that is no number counts as absent without the step of 1.
     EnumInfo(char const* definition, char const* enumName);
     EnumInfo(EnumInfo const& other);
     EnumInfo& operator=(EnumInfo const& other);
