@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <iterator>
 #include <limits>
+#include <span>
 #include <string>
 
 #include "testing/AlgorithmTests.h"
@@ -116,8 +117,9 @@ void drawValue(BaseProperty& property, FuzzedDataProvider& bytes)
     });
 }
 
-Task draw(FuzzedDataProvider bytes)
+Task draw(std::span<std::uint8_t const> data)
 {
+    FuzzedDataProvider bytes(data.data(), data.size());
     auto const& entries = catalogue();
     Entry const& entry = entries[bytes.ConsumeIntegralInRange<std::size_t>(0, entries.size() - 1)];
     TaskForm form;
@@ -145,10 +147,10 @@ std::string outcomeOf(Run const& run)
     }
 }
 
-void require(bool isSame, Task const& task, char const* what)
+void requireSame(std::string const& outcome, std::string const& expected, Task const& task, char const* where)
 {
-    if (!isSame) {
-        std::fprintf(stderr, "%s differs %s\n", task.entry().className.c_str(), what);
+    if (outcome != expected) {
+        std::fprintf(stderr, "%s gives another result %s\n", task.entry().className.c_str(), where);
         std::abort();
     }
 }
@@ -157,17 +159,17 @@ void require(bool isSame, Task const& task, char const* what)
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
-    FuzzedDataProvider const bytes(data, size);
+    std::span const bytes(data, size);
     Task const best = draw(bytes);
     std::string const expected = outcomeOf([&] { return best.run(); });
     if (best.algorithm().getMostPerformantAvailableOptimLevel() != OptimLevelType::SCALAR) {
         Task const scalar = draw(bytes);
         scalar.algorithm().setAutoCpuDispatch(false);
-        require(outcomeOf([&] { return scalar.run(0xA5); }) == expected, scalar, "at the scalar level");
+        requireSame(outcomeOf([&] { return scalar.run(0xA5); }), expected, scalar, "at the scalar level");
     }
     if (best.entry().worksInPlace) {
         Task const inPlace = draw(bytes);
-        require(outcomeOf([&] { return inPlace.runInPlace(); }) == expected, inPlace, "in place");
+        requireSame(outcomeOf([&] { return inPlace.runInPlace(); }), expected, inPlace, "in place");
     }
     return 0;
 }
