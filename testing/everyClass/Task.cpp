@@ -1,6 +1,7 @@
 #include "testing/everyClass/Task.h"
 
 #include <Moxelcore/Core/PropertyEnumeration.h>
+#include <Moxelcore/PointOperations/BitShift.h>
 
 #include <stdexcept>
 
@@ -50,6 +51,16 @@ Task::Task(std::string const& className, TaskForm const& form, Choice const& cho
         places_.push_back(makePlace(*property, true, entry_, form));
     }
     std::erase(places_, nullptr);
+}
+
+std::vector<BaseProperty*> Task::parameters() const
+{
+    auto parameters = inputsOf(*algorithm_);
+    if (auto* const bitShift = dynamic_cast<point_operations::BitShift*>(algorithm_.get())) {
+        parameters.push_back(&bitShift->shiftCount);
+        parameters.push_back(&bitShift->shiftDirection);
+    }
+    return parameters;
 }
 
 void Task::soil(unsigned char pattern) const

@@ -32,6 +32,9 @@ public:
     BaseAlgorithm& algorithm() const { return *algorithm_; }
     Entry const& entry() const { return entry_; }
 
+    /// The inputs, and what a class does not name as such.
+    std::vector<BaseProperty*> parameters() const;
+
     /// Makes all results what no run gives, in one of several ways; those that a run changes, as they were at first.
     void soil(unsigned char pattern) const;
     /// All results.

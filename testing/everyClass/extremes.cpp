@@ -1,10 +1,7 @@
 #include "testing/everyClass/extremes.h"
 
-#include <Moxelcore/PointOperations/BitShift.h>
-
 #include <limits>
 
-#include "testing/AlgorithmTests.h"
 #include "testing/everyClass/visitValue.h"
 
 namespace mox::testing {
@@ -93,14 +90,10 @@ void appendExtremes(std::vector<Extreme>& extremes, Property<T const*>& property
 std::vector<Extreme> extremesOf(Task const& task)
 {
     std::vector<Extreme> extremes;
-    for (BaseProperty* input : inputsOf(task.algorithm())) {
-        auto const append = [&](auto& property) { appendExtremes(extremes, property, input->getName().c_str()); };
-        visitValue(*input, append);
-        visitLandmarks(*input, append);
-    }
-    if (auto* const bitShift = dynamic_cast<point_operations::BitShift*>(&task.algorithm())) { // which it does not name
-        appendExtremes(extremes, bitShift->shiftCount, "shiftCount");
-        appendExtremes(extremes, bitShift->shiftDirection, "shiftDirection");
+    for (BaseProperty* parameter : task.parameters()) {
+        auto const append = [&](auto& property) { appendExtremes(extremes, property, parameter->getName().c_str()); };
+        visitValue(*parameter, append);
+        visitLandmarks(*parameter, append);
     }
     return extremes;
 }

@@ -14,7 +14,6 @@
 #include <span>
 #include <string>
 
-#include "testing/AlgorithmTests.h"
 #include "testing/everyClass/Task.h"
 #include "testing/everyClass/visitValue.h"
 
@@ -129,8 +128,8 @@ Task draw(std::span<std::uint8_t const> data)
     form.hasSpecialVoxels = bytes.ConsumeBool();
     form.seed = bytes.ConsumeIntegral<unsigned char>();
     Task task(entry.className, form);
-    for (BaseProperty* property : inputsOf(task.algorithm())) {
-        drawValue(*property, bytes);
+    for (BaseProperty* parameter : task.parameters()) {
+        drawValue(*parameter, bytes);
     }
     return task;
 }
