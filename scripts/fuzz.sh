@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Feeds mutations of the kept corpora to what reads bytes that anyone may have made: fuzz.sh [seconds] [target ...]
+# Feeds mutations of the kept corpora to what reads bytes that anyone may have made, and to what draws runs of every
+# class from them: fuzz.sh [seconds] [target ...]
 # Each target runs that many seconds, all of them unless some are named. Needs clang and its sanitizers' runtime. What a
 # run found is kept in build/fuzz/corpus and is where the next begins; a failing input stays in build/fuzz/findings.
 set -euo pipefail
@@ -10,7 +11,7 @@ mostMegabytes=1024
 
 if [ "${#targets[@]}" -eq 0 ]; then
     targets=(model_mox model_txt model_xml image_png image_tiff tiff_description points_file property_text host_text
-        enumeration_text)
+        enumeration_text every_class)
 fi
 
 seedsOf() {

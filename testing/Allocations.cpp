@@ -9,6 +9,7 @@ namespace {
 std::atomic<int> countdown = 0;
 std::atomic<bool> hasFailed = false;
 std::atomic<std::size_t> bytesAskedFor = 0;
+std::atomic<long> live = 0;
 
 void* allocate(std::size_t bytes, std::size_t alignment)
 {
@@ -23,7 +24,14 @@ void* allocate(std::size_t bytes, std::size_t alignment)
     if (memory == nullptr) {
         throw std::bad_alloc();
     }
+    ++live;
     return memory;
+}
+
+void release(void* memory)
+{
+    live -= memory != nullptr ? 1 : 0;
+    std::free(memory);
 }
 
 } // namespace
@@ -49,22 +57,22 @@ void* operator new(std::size_t bytes, std::nothrow_t const&) noexcept
 
 void operator delete(void* memory) noexcept
 {
-    std::free(memory);
+    release(memory);
 }
 
 void operator delete(void* memory, std::size_t) noexcept
 {
-    std::free(memory);
+    release(memory);
 }
 
 void operator delete(void* memory, std::align_val_t) noexcept
 {
-    std::free(memory);
+    release(memory);
 }
 
 void operator delete(void* memory, std::size_t, std::align_val_t) noexcept
 {
-    std::free(memory);
+    release(memory);
 }
 
 namespace mox::testing {
@@ -89,6 +97,11 @@ void Allocations::startCounting()
 std::size_t Allocations::numOfBytes()
 {
     return bytesAskedFor;
+}
+
+long Allocations::numOfLive()
+{
+    return live;
 }
 
 } // namespace mox::testing

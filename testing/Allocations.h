@@ -15,6 +15,9 @@ public:
     static void startCounting();
     /// Bytes asked for since then, freed ones too.
     static std::size_t numOfBytes();
+
+    /// Allocations that have not been freed.
+    static long numOfLive();
 };
 
 } // namespace mox::testing

@@ -3,7 +3,9 @@
 #include <Moxelcore/Core/BaseAlgorithm.h>
 #include <Moxelcore/Core/ImageModel.h>
 
+#include <memory>
 #include <span>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -17,8 +19,25 @@ enum class Operation { erosion, dilation };
 struct SquareElement {};
 struct CubeElement {};
 
-using Element = std::variant<access::Neighborhood2D_4Tag, SquareElement, OffsetList2D, access::Neighborhood3D_6Tag,
-                             access::Neighborhood3D_18Tag, CubeElement, OffsetList3D>;
+/// A list that copies share, so that no copy of an element throws: g++ 12 destroys what is not there when that of a
+/// variant of more than five alternatives does.
+template <class List>
+class Shared {
+public:
+    Shared(List list)
+        : list_(std::make_shared<List const>(std::move(list)))
+    {
+    }
+
+    List const& operator*() const { return *list_; }
+
+private:
+    std::shared_ptr<List const> list_;
+};
+
+using Element =
+    std::variant<access::Neighborhood2D_4Tag, SquareElement, Shared<OffsetList2D>, access::Neighborhood3D_6Tag,
+                 access::Neighborhood3D_18Tag, CubeElement, Shared<OffsetList3D>>;
 
 /// Whether an element is the same when it is reflected at its origin.
 enum class Symmetry { none, central };

@@ -67,13 +67,13 @@ struct MakeKernel {
     Result operator()(access::Neighborhood2D_4Tag tag) const { return inPlane(tag); }
     Result operator()(access::Neighborhood3D_6Tag tag) const { return inSpace(tag); }
     Result operator()(access::Neighborhood3D_18Tag tag) const { return inSpace(tag); }
-    Result operator()(OffsetList2D const& list) const
+    Result operator()(Shared<OffsetList2D> const& list) const
     {
-        return make<typename K::template InPlane<access::Neighborhood2D_GenTag, OffsetList2D>>(list);
+        return make<typename K::template InPlane<access::Neighborhood2D_GenTag, OffsetList2D>>(*list);
     }
-    Result operator()(OffsetList3D const& list) const
+    Result operator()(Shared<OffsetList3D> const& list) const
     {
-        return make<typename K::template InSpace<access::Neighborhood3D_GenTag, OffsetList3D>>(list);
+        return make<typename K::template InSpace<access::Neighborhood3D_GenTag, OffsetList3D>>(*list);
     }
 
 private:
@@ -92,7 +92,7 @@ private:
 inline bool isInPlane(Element const& element)
 {
     return std::holds_alternative<access::Neighborhood2D_4Tag>(element) ||
-           std::holds_alternative<SquareElement>(element) || std::holds_alternative<OffsetList2D>(element);
+           std::holds_alternative<SquareElement>(element) || std::holds_alternative<Shared<OffsetList2D>>(element);
 }
 
 /// A kernel for a part of a pass.

@@ -146,15 +146,15 @@ RowProgram chordProgram(std::span<Offset3D const> offsets)
 
 std::optional<RowProgram> chordProgramOf(Element const& element)
 {
-    if (auto const* const inPlane = std::get_if<OffsetList2D>(&element)) {
+    if (auto const* const inPlane = std::get_if<Shared<OffsetList2D>>(&element)) {
         OffsetList3D list;
-        for (kernel::Offset2D const& offset : *inPlane) {
+        for (kernel::Offset2D const& offset : **inPlane) {
             list.push_back(kernel::inSpace(offset));
         }
         return chordProgram(list);
     }
-    auto const* const inSpace = std::get_if<OffsetList3D>(&element);
-    return inSpace != nullptr ? std::optional(chordProgram(*inSpace)) : std::nullopt;
+    auto const* const inSpace = std::get_if<Shared<OffsetList3D>>(&element);
+    return inSpace != nullptr ? std::optional(chordProgram(**inSpace)) : std::nullopt;
 }
 
 } // namespace mox::morphology

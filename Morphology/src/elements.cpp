@@ -11,6 +11,13 @@ namespace {
 
 constexpr double pi = 3.141592653589793;
 
+/// An angle that pi times is infinite loses its full turns first.
+double radians(double degrees)
+{
+    double const product = degrees * pi;
+    return std::isfinite(product) ? product / 180 : std::fmod(degrees, 360) * pi / 180;
+}
+
 double sign(double value)
 {
     return value < 0 ? -1.0 : 1.0;
@@ -101,8 +108,8 @@ OffsetList3D ballOffsets(unsigned int radius, access::Sizes const& sizes)
 }
 
 Line2D::Line2D(double angle, unsigned int length)
-    : cosine_(std::cos(-angle * pi / 180))
-    , sine_(std::sin(-angle * pi / 180))
+    : cosine_(std::cos(radians(-angle)))
+    , sine_(std::sin(radians(-angle)))
     , length_(length)
 {
 }
@@ -138,8 +145,8 @@ AlgoBorderInfluence Line2D::influence() const
 Line3D::Line3D(double theta, double phi, unsigned int length)
     : length_(length)
 {
-    double const a = theta * pi / 180;
-    double const b = phi * pi / 180;
+    double const a = radians(theta);
+    double const b = radians(phi);
     direction_[0] = std::cos(a) * std::sin(b);
     direction_[1] = std::sin(a) * std::sin(b);
     direction_[2] = std::cos(b);
@@ -177,10 +184,10 @@ AlgoBorderInfluence Line3D::influence() const
 }
 
 TiltedDisk::TiltedDisk(double theta, double phi, unsigned int radius)
-    : cosTheta_(std::cos(theta * pi / 180))
-    , sinTheta_(std::sin(theta * pi / 180))
-    , cosPhi_(std::cos(phi * pi / 180))
-    , sinPhi_(std::sin(phi * pi / 180))
+    : cosTheta_(std::cos(radians(theta)))
+    , sinTheta_(std::sin(radians(theta)))
+    , cosPhi_(std::cos(radians(phi)))
+    , sinPhi_(std::sin(radians(phi)))
     , radius_(radius)
 {
 }

@@ -11,10 +11,10 @@ Step reflectedStep(Step step)
     if (step.symmetry == Symmetry::central) {
         return step;
     }
-    if (auto* const inPlane = std::get_if<OffsetList2D>(&step.element)) {
-        *inPlane = reflected(std::move(*inPlane));
-    } else if (auto* const inSpace = std::get_if<OffsetList3D>(&step.element)) {
-        *inSpace = reflected(std::move(*inSpace));
+    if (auto* const inPlane = std::get_if<Shared<OffsetList2D>>(&step.element)) {
+        *inPlane = reflected(**inPlane);
+    } else if (auto* const inSpace = std::get_if<Shared<OffsetList3D>>(&step.element)) {
+        *inSpace = reflected(**inSpace);
     }
     return step;
 }

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
+#include <limits>
 #include <random>
 
 #include "testing/Images.h"
@@ -97,6 +99,17 @@ TEST(Elements, runRightForAngle0)
     EXPECT_EQ(plain(Line2D(0, 4).offsets(large)), (std::vector<Offset>{{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}}));
     EXPECT_EQ(plain(Line2D(0, 4).influence()), (std::vector<unsigned int>{0, 3, 0, 0, 0, 0}));
     EXPECT_EQ(plain(Line2D(90, 3).offsets(large)), (std::vector<Offset>{{0, 0, 0}, {0, -1, 0}, {0, -2, 0}}));
+}
+
+TEST(Elements, takeTheLargestAngles)
+{
+    for (double const angle : {std::numeric_limits<double>::max(), std::numeric_limits<double>::lowest(), 1e308}) {
+        double const turned = std::fmod(angle, 360);
+        EXPECT_EQ(plain(Line2D(angle, 9).offsets(large)), plain(Line2D(turned, 9).offsets(large)));
+        EXPECT_EQ(plain(Line3D(angle, angle, 9).offsets(large)), plain(Line3D(turned, turned, 9).offsets(large)));
+        EXPECT_EQ(plain(TiltedDisk(angle, angle, 9).offsets(large)),
+                  plain(TiltedDisk(turned, turned, 9).offsets(large)));
+    }
 }
 
 TEST(Elements, runAlongZForAngles0)

@@ -1,11 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <sstream>
 
-#include "apps/moxel/CommandLine.h"
 #include "apps/moxel/ImageFile.h"
 #include "testing/host/HostFiles.h"
+#include "testing/host/moxel.h"
 
 // The point operations as a user runs them, on files.
 
@@ -39,20 +38,6 @@ HostRun const runs[] = {
 };
 
 class PointOperationsOnFiles : public ::testing::TestWithParam<HostRun> {};
-
-/// Runs the host with the words; what it prints is the result.
-std::string moxel(std::vector<std::string> words)
-{
-    words.insert(words.begin(), "moxel");
-    std::vector<char const*> arguments;
-    for (std::string const& word : words) {
-        arguments.push_back(word.c_str());
-    }
-    std::ostringstream out;
-    std::ostringstream err;
-    EXPECT_EQ(runCommandLine(static_cast<int>(arguments.size()), arguments.data(), out, err), 0) << err.str();
-    return out.str();
-}
 
 TEST_P(PointOperationsOnFiles, GiveTheirResults)
 {

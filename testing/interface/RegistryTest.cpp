@@ -3,38 +3,17 @@
 #include <gtest/gtest.h>
 
 #include <cctype>
-#include <cstddef>
 #include <set>
 #include <string>
 #include <vector>
+
+#include "testing/AlgorithmTests.h"
 
 // What is true of every class of the library, seen as a host sees it: through the registry alone.
 
 namespace mox::testing {
 
 namespace {
-
-std::vector<std::string> namesOfClasses()
-{
-    std::vector<std::string> names;
-    for (std::size_t i = 0; i < AlgoInfo::count(); ++i) {
-        names.emplace_back(AlgoInfo::at(i).getName());
-    }
-    return names;
-}
-
-/// The properties with the inputs first.
-std::vector<BaseProperty*> propertiesOf(BaseAlgorithm const& algorithm)
-{
-    std::vector<BaseProperty*> properties;
-    for (unsigned int i = 0; i < algorithm.getNumOfInputProperties(); ++i) {
-        properties.push_back(algorithm.getInputProperty(i));
-    }
-    for (unsigned int i = 0; i < algorithm.getNumOfOutputProperties(); ++i) {
-        properties.push_back(algorithm.getOutputProperty(i));
-    }
-    return properties;
-}
 
 bool isImage(BaseProperty const& property)
 {
