@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what the build needs and the system lacks: install-dependencies.sh [checks] [docs] [fuzz] [tsan]
+# Installs what the build needs and the system lacks: install-dependencies.sh [checks] [docs] [fuzz] [performance] [tsan]
 # With "checks" also what the checks of CI need; with another word, what the script of that name needs.
 set -euo pipefail
 
@@ -13,6 +13,7 @@ required=(
 checks=(git clang-format clang-tidy dpkg-dev file)
 docs=(doxygen python3-sphinx python3-myst-parser python3-breathe furo)
 fuzz=(clang libclang-rt-14-dev)
+performance=(libopencv-dev)
 tsan=(dpkg-dev util-linux)
 
 missing() {
