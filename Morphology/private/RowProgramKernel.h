@@ -22,8 +22,11 @@ class RowSweep {
 public:
     using T = typename Source::Voxel;
 
-    RowSweep(RowProgram const& program, std::span<StageExtent const> extents, access::Block const& leaf, Source& source)
+    /// Voxels may be regrouped where any order of comparisons gives the same.
+    RowSweep(RowProgram const& program, std::span<StageExtent const> extents, bool mayRegroup,
+             access::Block const& leaf, Source& source)
         : program_(program)
+        , mayRegroup_(mayRegroup)
         , source_(source)
         , image_(source.image())
         , columns_(static_cast<int>(leaf.getNumOfColumns()))
@@ -168,10 +171,15 @@ private:
                 return;
             }
         }
+        if (mayRegroup_ && RowReductionSimd<Functor>::isRun(std::span<T const* const>(seen_))) {
+            RowReductionSimd<Functor>::run(seen_.front(), seen_.size(), out, width, ahead);
+            return;
+        }
         RowReductionSimd<Functor>::row(seen_.data(), seen_.size(), out, width, ahead);
     }
 
     RowProgram const& program_;
+    bool mayRegroup_;
     Source& source_;
     filters::Bounds image_;
     int columns_;
@@ -212,12 +220,12 @@ public:
     {
         using T = typename Source::Voxel;
         std::size_t chosen = 0;
+        bool mayRegroup = true;
         if constexpr (std::is_floating_point_v<T>) {
-            if (programs_.size() > 1 && holdsUnordered(leaf, reach(), source)) {
-                chosen = 1;
-            }
+            mayRegroup = programs_.size() > 1 && !holdsUnordered(leaf, reach(), source);
+            chosen = programs_.size() > 1 && !mayRegroup ? 1 : 0;
         }
-        details::RowSweep<Functor, Source>(programs_[chosen], extents_[chosen], leaf, source).run(target);
+        details::RowSweep<Functor, Source>(programs_[chosen], extents_[chosen], mayRegroup, leaf, source).run(target);
     }
 
 private:

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <numeric>
 #include <span>
 
 #include "Morphology/private/Lane.h"
@@ -48,6 +50,38 @@ public:
     MOX_SSE41 static void pairOverNan(T const* const* rows, T* out, unsigned int count, Ahead<T> const& ahead)
     {
         reduceTo<2>(PairOverNan<T>{rows[0], rows[1]}, out, count, ahead);
+    }
+
+    /// Of the run of voxels from each one on, where any grouping gives the same: integers, or floats without NaN and
+    /// -0. Runs double within registers, so that each voxel is loaded once.
+    template <class T>
+    MOX_SSE41 static void run(T const* first, std::size_t length, T* out, unsigned int count, Ahead<T> const& ahead)
+    {
+        switch (length) {
+        case 3:
+            return runOf<3>(first, out, count, ahead);
+        case 4:
+            return runOf<4>(first, out, count, ahead);
+        case 5:
+            return runOf<5>(first, out, count, ahead);
+        case 6:
+            return runOf<6>(first, out, count, ahead);
+        case 7:
+            return runOf<7>(first, out, count, ahead);
+        default:
+            return runOf<8>(first, out, count, ahead);
+        }
+    }
+
+    /// Whether `run` takes rows that are seen so.
+    template <class T>
+    static bool isRun(std::span<T const* const> rows)
+    {
+        if (sizeof(T) > 4 || rows.size() < 3 || rows.size() > 8) {
+            return false;
+        }
+        return std::adjacent_find(rows.begin(), rows.end(), [](T const* a, T const* b) { return b != a + 1; }) ==
+               rows.end();
     }
 
 private:
@@ -133,6 +167,44 @@ private:
         T voxel(unsigned int x) const { return Functor()(Functor()(Functor::template worst<T>, first[x]), second[x]); }
     };
 
+    /// The run twice as long or less: its second half begins `distance` voxels later.
+    template <class T, int distance>
+    MOX_SSE41 static __m128i joined(__m128i present, __m128i next)
+    {
+        return keep<T>(present, _mm_alignr_epi8(next, present, distance * static_cast<int>(sizeof(T))));
+    }
+
+    /// A register is done when those of shorter runs behind it are.
+    template <int length, class T>
+    MOX_SSE41 static void runOf(T const* first, T* out, unsigned int count, Ahead<T> const& ahead)
+    {
+        if constexpr (sizeof(T) <= 4) {
+            constexpr unsigned int size = Lane<T>::size;
+            constexpr int second = length == 3 ? 1 : 2;
+            unsigned int x = 0;
+            if (4 * size <= count) {
+                __m128i voxels = Lane<T>::load(first + 2 * size);
+                __m128i pairs = joined<T, 1>(Lane<T>::load(first + size), voxels);
+                __m128i fours =
+                    joined<T, second>(joined<T, 1>(Lane<T>::load(first), Lane<T>::load(first + size)), pairs);
+                for (; x + 4 * size <= count; x += size) {
+                    fetchToRead(ahead.toRead, x);
+                    fetchToWrite(ahead.toWrite, x);
+                    __m128i const nextVoxels = Lane<T>::load(first + x + 3 * size);
+                    __m128i const nextPairs = joined<T, 1>(voxels, nextVoxels);
+                    __m128i const nextFours = joined<T, second>(pairs, nextPairs);
+                    Lane<T>::store(out + x, length > 4 ? joined<T, length - 4>(fours, nextFours) : fours);
+                    voxels = nextVoxels;
+                    pairs = nextPairs;
+                    fours = nextFours;
+                }
+            }
+            T const* rows[length];
+            std::iota(rows, rows + length, first);
+            finish(Few<T, length>(rows), x, out, count);
+        }
+    }
+
     /// n registers at a time.
     template <unsigned int n, class Rows, class T>
     MOX_SSE41 static void reduceTo(Rows const& rows, T* out, unsigned int count, Ahead<T> const& ahead)
@@ -144,6 +216,14 @@ private:
             fetchToWrite(ahead.toWrite, x);
             put<n>(rows, x, out);
         }
+        finish(rows, x, out, count);
+    }
+
+    /// The voxels from x on.
+    template <class Rows, class T>
+    MOX_SSE41 static void finish(Rows const& rows, unsigned int x, T* out, unsigned int count)
+    {
+        constexpr unsigned int size = Lane<T>::size;
         for (; x + size <= count; x += size) {
             put<1>(rows, x, out);
         }
