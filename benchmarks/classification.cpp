@@ -5,8 +5,6 @@
 #include <Moxelcore/Classification/TextureTraining2D.h>
 #include <Moxelcore/Core/Enum/TextureFeatureTypes.h>
 
-#include <benchmark/benchmark.h>
-
 #include <algorithm>
 #include <array>
 #include <filesystem>
@@ -185,58 +183,48 @@ void check(TextureClassificationModel const& model)
     }
 }
 
+/// An algorithm made ready to run, with its images and its model.
 template <class Algorithm>
-void time(benchmark::State& state, Algorithm& algorithm)
-{
-    algorithm.run(); // the output has its size from here on
-    for (auto _ : state) {
-        algorithm.run();
-    }
-    auto const voxels = static_cast<double>(size.numOfVoxels()) * static_cast<double>(state.iterations());
-    state.counters["voxel/s"] = benchmark::Counter(voxels, benchmark::Counter::kIsRate);
-}
+struct Prepared {
+    boost::shared_ptr<Algorithm> algorithm;
+    Model model;
+    Image input;
+    Image labels;
+};
 
-void timeClassification(benchmark::State& state)
+std::function<void()> prepareClassification()
 {
-    Model const model = trainedModel();
-    check(*model);
-    Image const input = noise(size, 256);
-    InMemoryImage labels;
-    time(state, *classifier(*input, *model, labels));
+    auto const prepared = std::make_shared<Prepared<classification::ApplyClassification>>();
+    prepared->model = trainedModel();
+    check(*prepared->model);
+    prepared->input = noise(size, 256);
+    prepared->labels = std::make_unique<InMemoryImage>();
+    prepared->algorithm = classifier(*prepared->input, *prepared->model, *prepared->labels);
+    return [prepared] { prepared->algorithm->run(); };
 }
 
 /// Each voxel is a sample.
-void timeTraining(benchmark::State& state)
+std::function<void()> prepareTraining()
 {
     check(*trainedModel());
-    Model const model = untrainedModel();
-    Image const input = noise(size, 256);
-    Image const labels = mask(size, 1, numOfClasses);
-    auto const training = classification::TextureTraining2D::New();
-    training->input = input.get();
-    training->mask = labels.get();
-    training->finalizeTraining = false;
-    training->classificationModel = model.get();
-    time(state, *training);
-}
-
-void add(char const* name, void (*work)(benchmark::State&))
-{
-    benchmark::RegisterBenchmark(name, [work](benchmark::State& state) {
-        try {
-            work(state);
-        } catch (std::exception const& exception) {
-            state.SkipWithError(exception.what());
-        }
-    })->UseRealTime();
+    auto const prepared = std::make_shared<Prepared<classification::TextureTraining2D>>();
+    prepared->model = untrainedModel();
+    prepared->input = noise(size, 256);
+    prepared->labels = mask(size, 1, numOfClasses);
+    prepared->algorithm = classification::TextureTraining2D::New();
+    prepared->algorithm->input = prepared->input.get();
+    prepared->algorithm->mask = prepared->labels.get();
+    prepared->algorithm->finalizeTraining = false;
+    prepared->algorithm->classificationModel = prepared->model.get();
+    return [prepared] { prepared->algorithm->run(); };
 }
 
 } // namespace
 
-void registerClassification()
+std::vector<ClassificationCase> classificationCases()
 {
-    add("ApplyClassification/uint8/1024x1024/10 features, 5 classes", timeClassification);
-    add("TextureTraining2D/uint8/1024x1024/10 features, 5 classes", timeTraining);
+    return {{"ApplyClassification/uint8/1024x1024/10 features, 5 classes", size, prepareClassification},
+            {"TextureTraining2D/uint8/1024x1024/10 features, 5 classes", size, prepareTraining}};
 }
 
 } // namespace mox::benchmarks

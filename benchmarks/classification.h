@@ -1,8 +1,20 @@
 #pragma once
 
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "benchmarks/Cases.h"
+
 namespace mox::benchmarks {
 
-/// Adds the rows of training and of classification by a trained model, which the table of cases has no form for.
-void registerClassification();
+/// Training and classification by a trained model, which the table of cases has no form for.
+struct ClassificationCase {
+    std::string name;
+    Size size;
+    std::function<std::function<void()>()> prepare; ///< gives what is timed; throws when its result is wrong
+};
+
+std::vector<ClassificationCase> classificationCases();
 
 } // namespace mox::benchmarks

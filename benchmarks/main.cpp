@@ -14,6 +14,7 @@ namespace {
 
 using mox::benchmarks::Case;
 using mox::benchmarks::CheckedCase;
+using mox::benchmarks::ClassificationCase;
 
 void time(benchmark::State& state, Case const& row, double bandwidth)
 {
@@ -33,6 +34,23 @@ void time(benchmark::State& state, Case const& row, double bandwidth)
     state.counters["voxel/s"] = Counter(static_cast<double>(checked->numOfVoxels()) * runs, Counter::kIsRate);
     state.counters["byte/s"] = Counter(bytes, Counter::kIsRate);
     state.counters["of_copy"] = Counter(bytes / bandwidth, Counter::kIsRate);
+}
+
+void timeClassification(benchmark::State& state, ClassificationCase const& row)
+{
+    std::function<void()> run;
+    try {
+        run = row.prepare();
+        run(); // the output has its size from here on
+    } catch (std::exception const& exception) {
+        state.SkipWithError(exception.what());
+        return;
+    }
+    for (auto _ : state) {
+        run();
+    }
+    auto const voxels = static_cast<double>(row.size.numOfVoxels()) * static_cast<double>(state.iterations());
+    state.counters["voxel/s"] = benchmark::Counter(voxels, benchmark::Counter::kIsRate);
 }
 
 std::size_t numOfThreads()
@@ -58,7 +76,11 @@ int main(int argc, char** argv)
             time(state, row, bandwidth);
         })->UseRealTime();
     }
-    mox::benchmarks::registerClassification();
+    for (ClassificationCase const& row : mox::benchmarks::classificationCases()) {
+        benchmark::RegisterBenchmark(row.name.c_str(), [row](benchmark::State& state) {
+            timeClassification(state, row);
+        })->UseRealTime();
+    }
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 }

@@ -1,7 +1,6 @@
 #!/usr/bin/env bash
-# Installs what the build needs and the system lacks: install-dependencies.sh [checks] [fuzz] [tsan]
-# With "checks" also what the checks of CI need, with "fuzz" what scripts/fuzz.sh needs, with "tsan" what
-# scripts/tsan.sh needs.
+# Installs what the build needs and the system lacks: install-dependencies.sh [checks] [docs] [fuzz] [tsan]
+# With "checks" also what the checks of CI need; with another word, what the script of that name needs.
 set -euo pipefail
 
 required=(
@@ -12,6 +11,7 @@ required=(
     libtiff-dev libpng-dev zlib1g-dev libcli11-dev nlohmann-json3-dev
 )
 checks=(git clang-format clang-tidy)
+docs=(doxygen python3-sphinx python3-myst-parser python3-breathe furo)
 fuzz=(clang libclang-rt-14-dev)
 tsan=(dpkg-dev util-linux)
 

@@ -23,7 +23,7 @@ cd "$work"
 
 # Those that go on after a backslash are one.
 commandsOf() {
-    sed -e ':joined' -e '/\\$/ { N; s/\\\n *//; b joined' -e '}' "$1" | grep "^moxel"
+    sed -e ':joined' -e '/\\$/ { N; s/\\\n *//; b joined' -e '}' "$1" | grep -E "^(moxel|for [a-z]+ in )"
 }
 
 valueOf() {

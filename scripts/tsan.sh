@@ -11,19 +11,25 @@ tests=(
     '*RunProtocol*' '*WatchedRun*' 'AlgoInfo*' 'Exception.*Threads'  # the frame
     '*Filter*' 'RowCaches*' 'Rows*' 'PassSequence*' 'LabelBand*'     # the engine
     '*Run.*' '*Runs.*' '*hread*' '*ancel*' '*rogress*' '*Callers*'   # the algorithms
+    '-MorphologyRuns.stopWithinALeafOfAHugeElement'                  # which has a limit of time
 )
 
 getSources() {
     local options=(-o Dir::Etc::sourcelist="$tbb/sources.list" -o Dir::Etc::sourceparts=-
         -o Dir::State::lists="$tbb/lists" -o Dir::Cache="$tbb/cache" -o APT::Sandbox::User=)
     mkdir -p "$tbb/lists/partial" "$tbb/cache/archives/partial"
+    # shellcheck disable=SC2016
     apt-get indextargets --format 'deb-src $(REPO_URI) $(RELEASE) $(COMPONENT)' 'Created-By: Packages' 'Origin: Debian' \
         >"$tbb/sources.list"
+    if [ ! -s "$tbb/sources.list" ]; then
+        echo "apt has no lists of Debian's packages: apt-get update gets them" >&2
+        exit 1
+    fi
     apt-get "${options[@]}" update
     (cd "$tbb" && apt-get "${options[@]}" source "$(dpkg-query -W -f '${source:Package}' libtbb-dev)")
 }
 
-# Strict is without a warning; the sanitizer knows no fences, which g++ warns of.
+# Strict makes errors of warnings: g++ warns of fences, which the sanitizer does not know.
 buildTbb() {
     cmake -S "$tbb"/*tbb-*/ -B "$tbb/build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTBB_SANITIZE=thread \
         -DTBB_STRICT=OFF -DTBB_TEST=OFF -DTBBMALLOC_BUILD=OFF -DCMAKE_INSTALL_PREFIX="$tbb/installed"
@@ -41,7 +47,6 @@ if [ ! -d "$tbb/installed" ]; then
     buildTbb
 fi
 cmake --preset tsan -DTBB_DIR="$tbb/installed/lib/cmake/TBB" ${MOXELCORE_CMAKE_OPTIONS:-}
-atFixedAddresses cmake --build --preset tsan --target moxelcore_unit_tests
+cmake --build --preset tsan --target moxelcore_unit_tests
 filter=${1:-$(IFS=: && echo "${tests[*]}")}
-TSAN_OPTIONS="halt_on_error=0 second_deadlock_stack=1" \
-    atFixedAddresses build/tsan/testing/moxelcore_unit_tests --gtest_filter="$filter" --gtest_brief=1
+TSAN_OPTIONS=second_deadlock_stack=1 atFixedAddresses build/tsan/testing/moxelcore_unit_tests --gtest_filter="$filter" --gtest_brief=1

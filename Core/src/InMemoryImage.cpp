@@ -153,7 +153,7 @@ bool InMemoryImage::readRowAt(unsigned int count, void* buffer, unsigned int x, 
                               unsigned int t, unsigned int s) const
 {
     void const* row = nullptr;
-    if (!getConstRowPointerAt(count, row, x, y, z, t, s)) {
+    if (!InMemoryImage::getConstRowPointerAt(count, row, x, y, z, t, s)) {
         return false;
     }
     copyVoxels(buffer, row, count, voxelType_);
@@ -164,7 +164,7 @@ bool InMemoryImage::writeRowAt(unsigned int count, void const* buffer, unsigned 
                                unsigned int t, unsigned int s)
 {
     void* row = nullptr;
-    if (!getRowPointerAt(count, row, x, y, z, t, s)) {
+    if (!InMemoryImage::getRowPointerAt(count, row, x, y, z, t, s)) {
         return false;
     }
     copyVoxels(row, buffer, count, voxelType_);

@@ -144,6 +144,32 @@ TEST(InMemoryImage, copiesNothingWhenTheRowLeavesTheImage)
     EXPECT_THAT(voxelsOf<unsigned char>(*image), ElementsAre(1, 2, 3));
 }
 
+/// Derived to be accessed by copies.
+class PointerlessImage final : public InMemoryImage {
+public:
+    bool getRowPointerAt(unsigned int, void*&, unsigned int, unsigned int, unsigned int, unsigned int,
+                         unsigned int) override
+    {
+        return false;
+    }
+    bool getConstRowPointerAt(unsigned int, void const*&, unsigned int, unsigned int, unsigned int, unsigned int,
+                              unsigned int) const override
+    {
+        return false;
+    }
+};
+
+TEST(InMemoryImage, copiesRowsThoughADerivedClassGivesNoPointers)
+{
+    PointerlessImage image;
+    image.allocate(MOX_UINT8, 3, 1, 1, 1, 1);
+    unsigned char const written[] = {1, 2, 3};
+    EXPECT_TRUE(image.writeRowAt(3, written, 0, 0, 0, 0, 0));
+    unsigned char read[3] = {};
+    EXPECT_TRUE(image.readRowAt(3, read, 0, 0, 0, 0, 0));
+    EXPECT_THAT(read, ElementsAre(1, 2, 3));
+}
+
 TEST(InMemoryImage, takesSizesOfZero)
 {
     InMemoryImage image;

@@ -3,6 +3,7 @@
 #include <Moxelcore/Core/Integers.h>
 #include <Moxelcore/Core/access/Block.h>
 
+#include <algorithm>
 #include <concepts>
 #include <cstddef>
 #include <cstring>
@@ -45,9 +46,13 @@ auto sumOfPair(T const* voxels)
     constexpr int numOfBits = 8 * sizeof(T);
     Bits pair;
     std::memcpy(&pair, voxels, sizeof(pair));
-    auto const one = static_cast<Wide>(static_cast<Wide>(static_cast<Bits>(pair << numOfBits)) >> numOfBits);
     auto const other = static_cast<Wide>(static_cast<Wide>(pair) >> numOfBits);
-    return static_cast<Wide>(one + other);
+    if constexpr (std::is_unsigned_v<T>) {
+        return static_cast<Wide>(static_cast<T>(pair) + other); // a mask is cheaper than two shifts
+    } else {
+        auto const one = static_cast<Wide>(static_cast<Wide>(static_cast<Bits>(pair << numOfBits)) >> numOfBits);
+        return static_cast<Wide>(one + other);
+    }
 }
 
 template <class T>
@@ -126,11 +131,34 @@ public:
             ++p.y;
             T const* const lower = source.rowAt(1, p, 2 * columns);
             ++p.y;
-            target.writeRow(y, 0, [&](T* out) { row(upper, lower, out, columns); });
+            T const* const nextUpper = source.aheadAt(p, 2 * columns);
+            T const* const nextLower = source.aheadAt({p.x, p.y + 1, p.z, p.t, p.s}, 2 * columns);
+            T const* const nextOut = target.ahead(y + 1, 0);
+            target.writeRow(y, 0, [&](T* out) {
+                for (unsigned int x = 0; x < columns; x += atOnce) {
+                    unsigned int const count = std::min(columns - x, atOnce);
+                    fetch(nextUpper, 2 * x, 2 * count);
+                    fetch(nextLower, 2 * x, 2 * count);
+                    fetch(nextOut, x, count);
+                    row(upper + 2 * x, lower + 2 * x, out + x, count);
+                }
+            });
         }
     }
 
 private:
+    static constexpr unsigned int atOnce = 256;
+
+    static void fetch(T const* row, unsigned int x, unsigned int count)
+    {
+        if (row == nullptr) {
+            return;
+        }
+        for (unsigned int i = 0; i < count; i += 64 / sizeof(T)) {
+            __builtin_prefetch(row + x + i);
+        }
+    }
+
     void (*reduce_)(T const* upper, T const* lower, T* out, std::size_t count);
 };
 

@@ -12,11 +12,13 @@ namespace mox::morphology {
 
 namespace details {
 
-/// Where the reductions of a row go: to another row.
+/// Where the reductions of a row go: to another row. The row after it may be fetched from memory meanwhile.
 template <class T>
 struct RowSink {
     T* out;
+    T const* ahead;
 
+    MOX_SSE41 void expect(unsigned int x) const { fetchToWrite(ahead, x); }
     MOX_SSE41 void put(unsigned int x, __m128i reduced) const { Lane<T>::store(out + x, reduced); }
     MOX_SSE41 void put(unsigned int x, __m128i reduced, unsigned int count) const
     {
@@ -31,7 +33,9 @@ struct PlansSink {
     T* front;
     T const* middle;
     T* out;
+    T const* ahead;
 
+    MOX_SSE41 void expect(unsigned int x) const { fetchToWrite(ahead, x); }
     MOX_SSE41 void put(unsigned int x, __m128i reduced) const
     {
         using L = Lane<T>;
@@ -87,7 +91,8 @@ public:
             __m128i present = column(centre, below, 0);
             unsigned int x = 0;
             for (; x + L::size < lastVector_; x += L::size) {
-                _mm_prefetch(reinterpret_cast<char const*>(next + x), _MM_HINT_T0);
+                fetchToRead(next, x);
+                sink.expect(x);
                 __m128i const after = column(centre, below, x + L::size);
                 sink.put(x, square(before, present, after));
                 before = present;
@@ -182,7 +187,7 @@ public:
         T* const pair = source.scratch(columns);
         for (int z = 0; z < static_cast<int>(leaf.getNumOfPlans()); ++z) {
             details::reducePlan<Functor>(source, z, leaf.getNumOfRows(), columns, pair, [&](int y, auto&& write) {
-                target.writeRow(y, z, [&](T* out) { write(details::RowSink<T>{out}); });
+                target.writeRow(y, z, [&](T* out) { write(details::RowSink<T>{out, target.ahead(y + 1, z)}); });
             });
         }
     }
@@ -206,15 +211,17 @@ public:
         T* middle = front + voxelsOfPlan;
         auto const rowOf = [&](T* plan, int y) { return plan + static_cast<std::size_t>(y) * columns; };
         auto const keep = [&](T* plan, int z) {
-            details::reducePlan<Functor>(source, z, rows, columns, pair,
-                                         [&](int y, auto&& write) { write(details::RowSink<T>{rowOf(plan, y)}); });
+            details::reducePlan<Functor>(source, z, rows, columns, pair, [&](int y, auto&& write) {
+                write(details::RowSink<T>{rowOf(plan, y), nullptr});
+            });
         };
         keep(front, -1);
         keep(middle, 0);
         for (int z = 0; z < static_cast<int>(leaf.getNumOfPlans()); ++z) {
             details::reducePlan<Functor>(source, z + 1, rows, columns, pair, [&](int y, auto&& write) {
                 target.writeRow(y, z, [&](T* out) {
-                    write(details::PlansSink<Functor, T>{rowOf(front, y), rowOf(middle, y), out});
+                    write(
+                        details::PlansSink<Functor, T>{rowOf(front, y), rowOf(middle, y), out, target.ahead(y + 1, z)});
                 });
             });
             std::swap(front, middle);

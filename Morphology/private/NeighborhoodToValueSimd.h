@@ -18,12 +18,14 @@ struct CrossRow {
     filters::Line<T> centre;
     std::array<T const*, numOfRows> behind;
 
-    MOX_SSE41 void reduceTo(T* out, unsigned int columns) const
+    MOX_SSE41 void reduceTo(T* out, unsigned int columns, Ahead<T> const& ahead) const
     {
         unsigned int const lastVector = (columns - 1) / L::size * L::size;
         __m128i previous = L::splat(centre.left);
         __m128i present = lastVector > 0 ? L::load(centre.voxels) : lastOfCentre(0, columns);
         for (unsigned int x = 0; x < lastVector; x += L::size) {
+            fetchToRead(ahead.toRead, x);
+            fetchToWrite(ahead.toWrite, x);
             unsigned int const after = x + L::size;
             __m128i const next =
                 after < lastVector ? L::load(centre.voxels + after) : lastOfCentre(after, columns - after);
@@ -89,7 +91,9 @@ public:
         for (int z = 0; z < static_cast<int>(leaf.getNumOfPlans()); ++z) {
             for (int y = 0; y < static_cast<int>(leaf.getNumOfRows()); ++y) {
                 lines.moveTo(y, z);
-                target.writeRow(y, z, [&](T* out) { crossAt<T>(lines).reduceTo(out, leaf.getNumOfColumns()); });
+                Ahead<T> const ahead{isInSpace ? source.ahead(y + 1, z + 1) : source.ahead(y + 2, z),
+                                     target.ahead(y + 1, z)};
+                target.writeRow(y, z, [&](T* out) { crossAt<T>(lines).reduceTo(out, leaf.getNumOfColumns(), ahead); });
             }
         }
     }

@@ -119,8 +119,11 @@ private:
                 std::size_t const slot = stage.slotOf(row, plan);
                 stage.begins[slot] =
                     source_.row(slot, stage.least.column, row, plan, static_cast<unsigned int>(stage.width));
+                nextOfImage_ = source_.ahead(row + 1, plan);
             } else if (k == program_.last()) {
-                target.writeRow(row, plan, [&](T* out) { reduce(k, row, plan, out); });
+                target.writeRow(row, plan, [&](T* out) {
+                    reduce(k, row, plan, out, {nullptr, target.ahead(row + 1, plan)});
+                });
             } else {
                 makeRow(k, row, plan);
             }
@@ -131,8 +134,9 @@ private:
     {
         StageRows const& stage = stages_[k];
         T* const out = const_cast<T*>(stage.begins[stage.slotOf(y, z)]); // of the scratch memory
+        Ahead<T> const ahead{k == 1 ? nextOfImage_ : nullptr, out};
         if (!program_.stages()[k].endsIteration) {
-            reduce(k, y, z, out);
+            reduce(k, y, z, out, ahead);
             return;
         }
         constexpr T outside = Functor::template outside<T>;
@@ -140,14 +144,14 @@ private:
             std::fill_n(out, stage.width, outside);
             return;
         }
-        reduce(k, y, z, out);
+        reduce(k, y, z, out, ahead);
         int const before = std::clamp(image_.firstColumn - stage.least.column, 0, stage.width);
         int const end = std::clamp(image_.endColumn - stage.least.column, before, stage.width);
         std::fill(out, out + before, outside);
         std::fill(out + end, out + stage.width, outside);
     }
 
-    void reduce(std::size_t k, int y, int z, T* out)
+    void reduce(std::size_t k, int y, int z, T* out, Ahead<T> const& ahead)
     {
         Stage const& stage = program_.stages()[k];
         StageRows const& made = stages_[k];
@@ -160,11 +164,11 @@ private:
         auto const width = static_cast<unsigned int>(made.width);
         if constexpr (std::is_floating_point_v<T>) {
             if (stage.passesOverNan) {
-                RowReductionSimd<Functor>::pairOverNan(seen_.data(), out, width);
+                RowReductionSimd<Functor>::pairOverNan(seen_.data(), out, width, ahead);
                 return;
             }
         }
-        RowReductionSimd<Functor>::row(seen_.data(), seen_.size(), out, width);
+        RowReductionSimd<Functor>::row(seen_.data(), seen_.size(), out, width, ahead);
     }
 
     RowProgram const& program_;
@@ -175,6 +179,7 @@ private:
     int plans_;
     std::vector<StageRows> stages_;
     std::vector<T const*> seen_;
+    T const* nextOfImage_ = nullptr;
 };
 
 } // namespace details

@@ -7,39 +7,47 @@
 
 namespace mox::morphology {
 
+/// Rows to be fetched from memory meanwhile, or null.
+template <class T>
+struct Ahead {
+    T const* toRead = nullptr;
+    T const* toWrite = nullptr;
+};
+
 /// Reduces to each voxel of a row the voxels that the pointers see from there, in their order. The output is no row
 /// that is read: the last register of a row may be made twice.
 template <class Functor>
 class RowReductionSimd {
 public:
     template <class T>
-    MOX_SSE41 static void row(T const* const* rows, std::size_t numOfRows, T* out, unsigned int count)
+    MOX_SSE41 static void row(T const* const* rows, std::size_t numOfRows, T* out, unsigned int count,
+                              Ahead<T> const& ahead = {})
     {
         switch (numOfRows) {
         case 2:
-            return reduceTo<2>(Few<T, 2>(rows), out, count);
+            return reduceTo<2>(Few<T, 2>(rows), out, count, ahead);
         case 3:
-            return reduceTo<2>(Few<T, 3>(rows), out, count);
+            return reduceTo<2>(Few<T, 3>(rows), out, count, ahead);
         case 4:
-            return reduceTo<2>(Few<T, 4>(rows), out, count);
+            return reduceTo<2>(Few<T, 4>(rows), out, count, ahead);
         case 5:
-            return reduceTo<2>(Few<T, 5>(rows), out, count);
+            return reduceTo<2>(Few<T, 5>(rows), out, count, ahead);
         case 6:
-            return reduceTo<2>(Few<T, 6>(rows), out, count);
+            return reduceTo<2>(Few<T, 6>(rows), out, count, ahead);
         case 7:
-            return reduceTo<2>(Few<T, 7>(rows), out, count);
+            return reduceTo<2>(Few<T, 7>(rows), out, count, ahead);
         case 8:
-            return reduceTo<2>(Few<T, 8>(rows), out, count);
+            return reduceTo<2>(Few<T, 8>(rows), out, count, ahead);
         default:
-            return reduceTo<4>(Many<T>{{rows, numOfRows}}, out, count);
+            return reduceTo<4>(Many<T>{{rows, numOfRows}}, out, count, ahead);
         }
     }
 
     /// Of two rows, the first of which is passed over where it is NaN.
     template <class T>
-    MOX_SSE41 static void pairOverNan(T const* const* rows, T* out, unsigned int count)
+    MOX_SSE41 static void pairOverNan(T const* const* rows, T* out, unsigned int count, Ahead<T> const& ahead)
     {
-        reduceTo<2>(PairOverNan<T>{rows[0], rows[1]}, out, count);
+        reduceTo<2>(PairOverNan<T>{rows[0], rows[1]}, out, count, ahead);
     }
 
 private:
@@ -127,11 +135,13 @@ private:
 
     /// n registers at a time.
     template <unsigned int n, class Rows, class T>
-    MOX_SSE41 static void reduceTo(Rows const& rows, T* out, unsigned int count)
+    MOX_SSE41 static void reduceTo(Rows const& rows, T* out, unsigned int count, Ahead<T> const& ahead)
     {
         constexpr unsigned int size = Lane<T>::size;
         unsigned int x = 0;
         for (; x + n * size <= count; x += n * size) {
+            fetchToRead(ahead.toRead, x);
+            fetchToWrite(ahead.toWrite, x);
             put<n>(rows, x, out);
         }
         for (; x + size <= count; x += size) {

@@ -28,6 +28,22 @@ void writeFile(mox::ImageModel const& image, std::string const& path)
     moxel::writeImage(image, path, moxel::formatOf(path), moxel::Compression::deflate);
 }
 
+Raster greyPlan(mox::ImageModel const& image, unsigned int plan)
+{
+    unsigned int const channels = image.getSize(mox::SPECTRAL_SERIES);
+    Raster raster(image.getSize(mox::COLUMNS), image.getSize(mox::ROWS));
+    mox::dispatch(mox::RealVoxels(), image.getVoxelType(), [&]<class T>() {
+        std::vector<T> row(raster.columns());
+        for (unsigned int i = 0; i < raster.rows() * channels; ++i) {
+            image.readRowAt(raster.columns(), row.data(), 0, i / channels, plan, 0, i % channels);
+            for (unsigned int x = 0; x < raster.columns(); ++x) {
+                raster.at(x, i / channels) += static_cast<double>(row[x]) / channels;
+            }
+        }
+    });
+    return raster;
+}
+
 } // namespace
 
 double Raster::between(double x, double y) const
@@ -42,19 +58,17 @@ double Raster::between(double x, double y) const
 
 Raster readGrey(std::string const& path)
 {
+    return greyPlan(*moxel::readImage(path, std::nullopt), 0);
+}
+
+std::vector<Raster> readGreyPlans(std::string const& path)
+{
     auto const image = moxel::readImage(path, std::nullopt);
-    unsigned int const channels = image->getSize(mox::SPECTRAL_SERIES);
-    Raster raster(image->getSize(mox::COLUMNS), image->getSize(mox::ROWS));
-    mox::dispatch(mox::RealVoxels(), image->getVoxelType(), [&]<class T>() {
-        std::vector<T> row(raster.columns());
-        for (unsigned int i = 0; i < raster.rows() * channels; ++i) {
-            image->readRowAt(raster.columns(), row.data(), 0, i / channels, 0, 0, i % channels);
-            for (unsigned int x = 0; x < raster.columns(); ++x) {
-                raster.at(x, i / channels) += static_cast<double>(row[x]) / channels;
-            }
-        }
-    });
-    return raster;
+    std::vector<Raster> plans;
+    for (unsigned int plan = 0; plan < image->getSize(mox::PLANS); ++plan) {
+        plans.push_back(greyPlan(*image, plan));
+    }
+    return plans;
 }
 
 void write(Raster const& raster, std::string const& path)

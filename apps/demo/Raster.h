@@ -34,6 +34,9 @@ private:
 /// The mean of the channels of an image file's first plane.
 Raster readGrey(std::string const& path);
 
+/// The same of each plan.
+std::vector<Raster> readGreyPlans(std::string const& path);
+
 /// Writes a float32 image.
 void write(Raster const& raster, std::string const& path);
 

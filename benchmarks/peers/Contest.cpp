@@ -24,7 +24,20 @@ double median(std::vector<double> values)
     return *middle;
 }
 
+template <class... Number>
+std::string text(char const* form, Number... numbers)
+{
+    char buffer[64];
+    std::snprintf(buffer, sizeof(buffer), form, numbers...);
+    return buffer;
+}
+
 } // namespace
+
+void beginTable()
+{
+    std::printf("| work | Moxelcore | OpenCV | ratio | limit | ratio | others |\n|---|---|---|---|---|---|---|\n");
+}
 
 void contest(std::string const& title, double numOfVoxels, std::vector<Contestant> const& contestants)
 {
@@ -39,10 +52,24 @@ void contest(std::string const& title, double numOfVoxels, std::vector<Contestan
             }
         }
     }
-    for (std::size_t i = 0; i < contestants.size(); ++i) {
-        std::printf("| %-34s | %-12s | %8.0f | %5.2f |\n", title.c_str(), contestants[i].name.c_str(),
-                    numOfVoxels / median(seconds[i]) * 1e-6, median(ratios[i]));
+    auto const rate = [&](std::size_t i) { return numOfVoxels / median(seconds[i]) * 1e-6; };
+    std::string peer = " | |";
+    std::string limit = " | |";
+    std::string others;
+    for (std::size_t i = 1; i < contestants.size(); ++i) {
+        double const ratio = median(ratios[i]);
+        std::string const& name = contestants[i].name;
+        if (name == "OpenCV") {
+            peer = text(" | %.0f | %.2f", rate(i), ratio);
+        } else if (name == "bare loop" || name == "copy") {
+            limit = text(" | %.0f | %.2f", rate(i), ratio);
+        } else {
+            others += (others.empty() ? "" : ", ") + name + text(" %.2f", ratio);
+        }
     }
+    std::printf("| %s | %s%s%s | %s |\n", title.c_str(), text(rate(0) < 100 ? "%.1f" : "%.0f", rate(0)).c_str(),
+                peer.c_str(), limit.c_str(), others.c_str());
+    std::fflush(stdout);
 }
 
 } // namespace mox::benchmarks

@@ -75,8 +75,8 @@ void compareRobustFit()
     }
     contest("robust affine fit of 1000 pairs, pairs times 60 samples", 60.0 * numOfPairs,
             {{"Moxelcore", [&] { registration->run(); }},
-             {"OpenCV, 10 refinements", [&] { fitPeer(10); }},
-             {"OpenCV, no refinement", [&] { fitPeer(0); }}});
+             {"OpenCV", [&] { fitPeer(0); }},
+             {"OpenCV with 10 refinements", [&] { fitPeer(10); }}});
 }
 
 void fillWithNoise(memory::InMemoryImage& image, unsigned int size, unsigned int seed)

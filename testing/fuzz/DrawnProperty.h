@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,16 +19,16 @@ namespace mox::fuzz {
 class DrawnProperty {
 public:
     static constexpr std::size_t leastSize = 2;
+    static constexpr std::size_t mostTexts = 6; // a table in space takes its time
 
     DrawnProperty(std::uint8_t const* data, std::size_t size)
         : algorithm_(classes()[data[0] % classes().size()]->createInstance())
         , index_(data[1] % algorithm_->getNumOfProperties())
     {
-        std::string_view rest(reinterpret_cast<char const*>(data) + leastSize, size - leastSize);
-        for (std::size_t end; (end = rest.find('\0')) != std::string_view::npos; rest.remove_prefix(end + 1)) {
-            texts_.emplace_back(rest.substr(0, end));
+        std::istringstream texts(std::string(reinterpret_cast<char const*>(data) + leastSize, size - leastSize));
+        for (std::string text; texts_.size() < mostTexts && std::getline(texts, text, '\0');) {
+            texts_.push_back(text);
         }
-        texts_.emplace_back(rest);
     }
 
     BaseProperty& property() const

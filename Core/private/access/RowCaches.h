@@ -107,6 +107,7 @@ public:
 
     void flushQueue() { queue_.flush(*view_); }
     bool hasQueuedVoxels() const { return !queue_.empty(); }
+    ViewType const& view() const { return *view_; }
 
 private:
     ViewType const* view_;

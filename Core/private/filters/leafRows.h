@@ -63,6 +63,15 @@ public:
         return cache_.getRow(slot, length, position).voxels();
     }
 
+    /// Where row (y, z) of the leaf lies in memory, for a kernel that has it fetched before it reads it; null where
+    /// that is not known.
+    Voxel const* ahead(int y, int z) const { return aheadAt(at(0, y, z), width_); }
+    Voxel const* aheadAt(access::Position const& position, unsigned int length) const
+    {
+        View const& view = cache_.view();
+        return view.isContiguous() ? view.pointer(position, length) : nullptr;
+    }
+
     /// Row (y, z) as wide as the leaf, with one voxel to either side. Cheaper than a wider row where the leaf touches
     /// a side of the image: that would have to be put together.
     Line<Voxel> line(std::size_t slot, int y, int z)
@@ -144,6 +153,16 @@ public:
         auto& row = cache_.getRow(0, leaf_.getNumOfColumns(), leaf_, 0, y, z, 0, 0, ReadBack::no, box);
         fill(row.voxels());
         cache_.flush(row, box);
+    }
+
+    /// Where row (y, z) of the leaf lies in memory, for a kernel that has it fetched before it writes it; null where
+    /// that is not known, and in place, where it was read before.
+    auto ahead(int y, int z) const
+    {
+        auto const& view = cache_.view();
+        return view.isContiguous() && !box_
+                   ? view.pointer(access::detail::within(leaf_, 0, y, z, 0, 0), leaf_.getNumOfColumns())
+                   : nullptr;
     }
 
     /// For kernels that spend long on one leaf.

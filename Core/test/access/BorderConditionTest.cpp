@@ -195,7 +195,7 @@ TEST(BorderCondition, refusesSpectralIndicesOutside)
     auto const image = makeImage<short>({1, 1, 1, 1, 2}, {1, 2});
     for (auto const& [name, condition, ofNothing, file, line] : allConditions()) {
         for (int const s : {-1, 2}) {
-            EXPECT_EQ(textOf([&] {
+            EXPECT_EQ(textOf([&, &condition = condition] {
                           readRow(*condition, *image, {0, 0, 0, 0, s}, 1);
                       }),
                       helper::composeText("Unexpected error :\n#1 Error : ", name,
@@ -230,7 +230,7 @@ TEST(BorderCondition, tellsAFailedRead)
             TestImage image;
             fill(image, {2, 2, 1, 1, 1}, std::vector<short>{1, 2, 3, 4});
             image.failAt(1, TestImage::Fault::returnsFalse);
-            EXPECT_THAT(textOf([&] { readRow(*condition, image, p, 2); }),
+            EXPECT_THAT(textOf([&, &condition = condition] { readRow(*condition, image, p, 2); }),
                         HasSubstr("#1 Error : Error in readRowAt implementation, return value is false \n    (at \"" +
                                   file + "\", line "))
                 << name;

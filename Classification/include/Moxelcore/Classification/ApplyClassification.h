@@ -9,12 +9,11 @@ namespace mox::classification {
 
 /// Labels each voxel of an image with the class whose texture it shows, by a trained model.
 ///
-/// | property              | type                                | default | |
-/// |-----------------------|-------------------------------------|---------|-|
-/// | "input"               | `ImageModel const*`                 | null    | any real voxel type, any sizes |
-/// | "classificationModel" | `TextureClassificationModel const*` | null    | a finalized model |
-/// | "classifiedImage"     | `ImageModel*`                       | null    | integer voxels, label or value; becomes
-/// label |
+/// | property | type | default | |
+/// |---|---|---|-|
+/// | "input" | `ImageModel const*` | null | any real voxel type, any sizes |
+/// | "classificationModel" | `TextureClassificationModel const*` | null | a finalized model |
+/// | "classifiedImage" | `ImageModel*` | null | integer voxels, label or value; becomes label |
 ///
 /// The label of a class is its index plus 1. Only the features that the model has selected are measured. The result
 /// has the input's columns, rows, plans and time series, of its first spectral index; it may be the input itself. A

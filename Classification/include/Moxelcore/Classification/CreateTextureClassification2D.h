@@ -8,11 +8,10 @@ namespace mox::classification {
 
 /// Makes a texture classification model that has learnt nothing yet.
 ///
-/// | property              | type                           | default | |
-/// |-----------------------|--------------------------------|---------|-|
-/// | "numOfClasses"        | `unsigned int`                 | 2       | at least 2 |
-/// | "classificationModel" | `TextureClassificationModel**` | null    | where to put the new model, which the caller
-/// owns |
+/// | property | type | default | |
+/// |---|---|---|-|
+/// | "numOfClasses" | `unsigned int` | 2 | at least 2 |
+/// | "classificationModel" | `TextureClassificationModel**` | null | where to put the model, which the caller owns |
 ///
 /// The parameters between them are those of `segmentation::TextureRecipeProperties`. A user quantile that is not
 /// greater than 0 is replaced, by its place, with 0.2, 0.3, 0.4, 0.6, 0.7, 0.8.

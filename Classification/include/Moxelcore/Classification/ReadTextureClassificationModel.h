@@ -7,11 +7,10 @@ namespace mox::classification {
 
 /// Reads a texture classification model from a file, as `TextureClassificationModel::read` does.
 ///
-/// | property                 | type                           | default | |
-/// |--------------------------|--------------------------------|---------|-|
-/// | "pathClassificationFile" | `String`                       | empty   | the extension tells the form |
-/// | "newClassification"      | `TextureClassificationModel**` | null    | where to put the model, which the caller
-/// owns |
+/// | property | type | default | |
+/// |---|---|---|-|
+/// | "pathClassificationFile" | `String` | empty | the extension tells the form |
+/// | "newClassification" | `TextureClassificationModel**` | null | where to put the model, which the caller owns |
 ///
 /// Throws `RuleException` for null, `InvalidCall` for an empty path, `MemoryError`, and what
 /// `TextureClassificationModel::read` throws, damaged archives as `UnexpectedError`.

@@ -9,12 +9,12 @@ namespace mox::classification {
 
 /// Trains a texture classification model with the labelled voxels of an image.
 ///
-/// | property              | type                          | default | |
-/// |-----------------------|-------------------------------|---------|-|
-/// | "input"               | `ImageModel const*`           | null    | any real voxel type, any sizes |
-/// | "mask"                | `ImageModel const*`           | null    | integer voxels, binary or label; sizes and
-/// calibration of the input | | "finalizeTraining"    | `bool`                        | true    | false when other
-/// images are to follow | | "classificationModel" | `TextureClassificationModel*` | null    | the model that learns |
+/// | property | type | default | |
+/// |---|---|---|-|
+/// | "input" | `ImageModel const*` | null | any real voxel type, any sizes |
+/// | "mask" | `ImageModel const*` | null | integer voxels, binary or label; sizes and calibration of the input |
+/// | "finalizeTraining" | `bool` | true | false when other images are to follow |
+/// | "classificationModel" | `TextureClassificationModel*` | null | the model that learns |
 ///
 /// The label of a class is its index plus 1; 0 is no label. The features of each labelled voxel, measured as
 /// `segmentation::TextureFeatureExtraction2D` does, are one sample of its class. The work is done in one thread, in the

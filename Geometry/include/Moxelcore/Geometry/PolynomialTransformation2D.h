@@ -14,7 +14,7 @@ namespace mox::geometry {
 /// to which order 3 adds p[6] x^3 + p[7] y^3 + p[8] x^2 y + p[9] x y^2, and to y' the same with p[16] to p[19]. The
 /// flat list of order 3 is p; that of order 2 leaves out the last four of either run of ten.
 template <unsigned int order>
-class MOXELCORE_API PolynomialTransformation2D : public Transformation2D {
+class MOXELCORE_API PolynomialTransformation2D : public Transformation<math::Vector2<double>> {
 public:
     static constexpr unsigned int numOfTerms = (order + 1) * (order + 2) / 2;
 

@@ -24,11 +24,12 @@ namespace mox::miscellaneous {
 /// (1 - Z) 0.5 columns of the input, truncated towards zero, so that an odd margin is one voxel wider at the end; rows
 /// likewise. A Z of 0, below 0 or NaN gives an output without voxels. The other sizes are kept.
 ///
-/// | "bctype"           | a voxel outside reads |
-/// |--------------------|-----------------------|
-/// | FIXED              | "value" in the input's voxel type: for integers truncated, held within the type's limits, NaN
-/// as 0 | | MIRROR             | the image reflected at each face, the edge voxel repeated | | CONTINUE           | the
-/// nearest voxel of the image | | DIRECTIONAL_MIRROR | the plane reflected along the direction of the rows |
+/// | "bctype" | a voxel outside reads |
+/// |---|-|
+/// | FIXED | "value" in the input's voxel type: for integers truncated, held within the type's limits, NaN as 0 |
+/// | MIRROR | the image reflected at each face, the edge voxel repeated |
+/// | CONTINUE | the nearest voxel of the image |
+/// | DIRECTIONAL_MIRROR | the plane reflected along the direction of the rows |
 ///
 /// Works on the caller's thread alone. Throws `RuleException` for a null or complex input and a null output,
 /// "Image cannot be resized" for an output that does not take its sizes, for one of more than 2^31 - 1 columns or rows

@@ -17,11 +17,13 @@ namespace mox::miscellaneous {
 /// | "output"       | `ImageModel*`       | null    | gets half the input's columns and rows |
 ///
 /// | operator | output voxel |
-/// |----------|--------------|
-/// | MEAN     | the mean of the four; of integers their exact sum divided by 4, truncated towards zero, of floating
-/// voxels ((a + b) + (c + d)) times 0.25 in their type, a and b being the upper row | | MIN, MAX | the smallest, the
-/// largest: the first, row by row, is replaced by another that is smaller (larger) | | FIRST    | the voxel in the
-/// first column and first row |
+/// |---|-|
+/// | MEAN | the mean of the four |
+/// | MIN, MAX | the smallest, the largest: the first, row by row, is replaced by another that is smaller (larger) |
+/// | FIRST | the voxel in the first column and first row |
+///
+/// The mean of integers is their exact sum divided by 4, truncated towards zero, that of floating voxels
+/// ((a + b) + (c + d)) times 0.25 in their type, a and b being the upper row.
 ///
 /// n columns or rows become n / 2, rounded up. The last window of an odd size reads the edge voxel twice. The other
 /// sizes, the voxel type and the calibration are those of the input; an output that has them keeps its memory.

@@ -11,14 +11,13 @@ namespace mox::morphology {
 /// Looks up the binary pattern of each voxel and its 8 neighbours in a table, does one thing to the voxels that are
 /// hits and another to those that are not, and repeats that until no voxel changes.
 ///
-/// | property           | type                   | default     | |
-/// |--------------------|------------------------|-------------|-|
-/// | "input"            | `ImageModel const*`    | null        | any real voxel type, any sizes |
-/// | "morphologicalLut" | `MorphologicalLut2D*`  | empty table | must have entries |
-/// | "matchingFlag"     | `MatchingActionTypes`  | SET_ONE     | what is done to a hit |
-/// | "noMatchingFlag"   | `MatchingActionTypes`  | SET_ZERO    | what is done to any other voxel |
-/// | "output"           | `ImageModel*`          | null        | gets the input's shape, voxel type and interpretation;
-/// may be the input |
+/// | property | type | default | |
+/// |---|---|---|-|
+/// | "input" | `ImageModel const*` | null | any real voxel type, any sizes |
+/// | "morphologicalLut" | `MorphologicalLut2D*` | empty table | must have entries |
+/// | "matchingFlag" | `MatchingActionTypes` | SET_ONE | what is done to a hit |
+/// | "noMatchingFlag" | `MatchingActionTypes` | SET_ZERO | what is done to any other voxel |
+/// | "output" | `ImageModel*` | null | gets the input's shape, voxel type and interpretation; may be the input |
 ///
 /// | action       | gives |
 /// |--------------|-------|

@@ -11,12 +11,11 @@ namespace mox::morphology {
 /// What the four algorithms with a disk in the plane share.
 ///
 /// | property | type | default | |
-/// |----------|------|---------|-|
+/// |---|---|---|-|
 /// | "input" | `ImageModel const*` | null | any real voxel type, any sizes; each plan is an image of its own |
 /// | "elementSize" | `unsigned int` | 3 | radius in voxels; 0 copies the input |
 /// | "precision" | enumeration `AlgoPrecisionType` | `MOX_ALGO_FAST` | how the disk is made |
-/// | "output" | `ImageModel*` | null | takes the input's sizes, calibration, voxel type and interpretation; may be the
-/// input |
+/// | "output" | `ImageModel*` | null | gets the input's sizes, calibration, type and interpretation; may be the input |
 ///
 /// `MOX_ALGO_PRECISE` is the digital disk, all (a, b) with a^2 + b^2 <= n^2 for n = "elementSize", in one pass; a is
 /// the column and runs outermost in the order of comparison. `MOX_ALGO_FAST` is an octagon: n / 2 (rounded down)

@@ -9,13 +9,12 @@ namespace mox::morphology {
 /// What the four algorithms with a flat disk in space share.
 ///
 /// | property | type | default | |
-/// |----------|------|---------|-|
+/// |---|---|---|-|
 /// | "input" | `ImageModel const*` | null | any real voxel type, any sizes |
 /// | "thetaAngle" | `double` | 0.0 | degrees |
 /// | "phiAngle" | `double` | 0.0 | degrees |
 /// | "elementSize" | `unsigned int` | 3 | radius in voxels; 0 copies the input |
-/// | "output" | `ImageModel*` | null | takes the input's sizes, calibration, voxel type and interpretation; may be the
-/// input |
+/// | "output" | `ImageModel*` | null | gets the input's sizes, calibration, type and interpretation; may be the input |
 ///
 /// The disk lies in the plane that is spanned by (cos phi cos theta, cos phi sin theta, -sin phi) and (-sin theta,
 /// cos theta, 0): with both angles 0 the plane of rows and columns, phi tilts it and theta turns it about Z. Its voxels

@@ -9,12 +9,11 @@ namespace mox::morphology {
 /// What the four algorithms with a line in the plane share.
 ///
 /// | property | type | default | |
-/// |----------|------|---------|-|
+/// |---|---|---|-|
 /// | "input" | `ImageModel const*` | null | any real voxel type, any sizes; each plan is an image of its own |
 /// | "orientationAngle" | `double` | 10.0 | degrees; positive goes up the image |
 /// | "elementSize" | `unsigned int` | 3 | number of voxels; 0 copies the input, as 1 does |
-/// | "output" | `ImageModel*` | null | takes the input's sizes, calibration, voxel type and interpretation; may be the
-/// input |
+/// | "output" | `ImageModel*` | null | gets the input's sizes, calibration, type and interpretation; may be the input |
 ///
 /// The line starts at the voxel and runs one way: it is not centred. It steps by one along the axis of its larger
 /// component (rows, where both are equal), and the other component is rounded to the nearest integer.

@@ -9,13 +9,12 @@ namespace mox::morphology {
 /// What the four algorithms with a line in space share.
 ///
 /// | property | type | default | |
-/// |----------|------|---------|-|
+/// |---|---|---|-|
 /// | "input" | `ImageModel const*` | null | any real voxel type, any sizes |
 /// | "thetaAngle" | `double` | 0.0 | degrees |
 /// | "phiAngle" | `double` | 0.0 | degrees |
 /// | "elementSize" | `unsigned int` | 3 | number of voxels; 0 copies the input, as 1 does |
-/// | "output" | `ImageModel*` | null | takes the input's sizes, calibration, voxel type and interpretation; may be the
-/// input |
+/// | "output" | `ImageModel*` | null | gets the input's sizes, calibration, type and interpretation; may be the input |
 ///
 /// The line starts at the voxel and runs one way in the direction (cos theta sin phi, sin theta sin phi, cos phi): it
 /// is not centred, and with both angles 0 it runs along Z. It steps by one along the axis of its largest component (Z

@@ -8,15 +8,16 @@
 
 namespace mox::morphology {
 
-/// What the four algorithms with a small element in the plane, applied several times share.
+/// What the four algorithms with a small element in the plane, applied several times, share.
 ///
 /// | property | type | default | |
-/// |----------|------|---------|-|
+/// |---|---|---|-|
 /// | "input" | `ImageModel const*` | null | any real voxel type, any sizes; each plan is an image of its own |
 /// | "nbIter" | `unsigned int` | 3 | iterations, at least 1 |
-/// | "neighborhood2D" | enumeration `Neighborhood2DType` | `MOX_NEIGHBORHOOD2D_8` | `MOX_NEIGHBORHOOD2D_4`: the voxel
-/// and its 4 neighbours; `MOX_NEIGHBORHOOD2D_8`: the square of 3 x 3 voxels | | "output" | `ImageModel*` | null | takes
-/// the input's sizes, calibration, voxel type and interpretation; may be the input |
+/// | "neighborhood2D" | enumeration `Neighborhood2DType` | `MOX_NEIGHBORHOOD2D_8` | the small element |
+/// | "output" | `ImageModel*` | null | gets the input's sizes, calibration, type and interpretation; may be the input |
+///
+/// `MOX_NEIGHBORHOOD2D_4` is the voxel and its 4 neighbours, `MOX_NEIGHBORHOOD2D_8` the square of 3 x 3 voxels.
 ///
 /// Each pass is "nbIter" iterations of the small element, each on the result of the one before: n squares make a square
 /// of 2n + 1 voxels a side, n crosses a diamond. Read order: the cross up, left, centre, right, down; the square column

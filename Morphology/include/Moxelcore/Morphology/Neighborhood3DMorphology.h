@@ -8,16 +8,17 @@
 
 namespace mox::morphology {
 
-/// What the four algorithms with a small element in space, applied several times share.
+/// What the four algorithms with a small element in space, applied several times, share.
 ///
 /// | property | type | default | |
-/// |----------|------|---------|-|
+/// |---|---|---|-|
 /// | "input" | `ImageModel const*` | null | any real voxel type, any sizes |
 /// | "nbIter" | `unsigned int` | 3 | iterations, at least 1 |
-/// | "neighborhood3D" | enumeration `Neighborhood3DType` | `MOX_NEIGHBORHOOD3D_26` | `MOX_NEIGHBORHOOD3D_6`: the voxel
-/// and its 6 neighbours; `MOX_NEIGHBORHOOD3D_18`: those with at most two differing coordinates;
-/// `MOX_NEIGHBORHOOD3D_26`: the cube of 3 x 3 x 3 voxels | | "output" | `ImageModel*` | null | takes the input's sizes,
-/// calibration, voxel type and interpretation; may be the input |
+/// | "neighborhood3D" | enumeration `Neighborhood3DType` | `MOX_NEIGHBORHOOD3D_26` | the small element |
+/// | "output" | `ImageModel*` | null | gets the input's sizes, calibration, type and interpretation; may be the input |
+///
+/// `MOX_NEIGHBORHOOD3D_6` is the voxel and its 6 neighbours, `MOX_NEIGHBORHOOD3D_18` those with at most two differing
+/// coordinates, `MOX_NEIGHBORHOOD3D_26` the cube of 3 x 3 x 3 voxels.
 ///
 /// Each pass is "nbIter" iterations of the small element, each on the result of the one before. Read order: plans from
 /// front to back; within a plan the 6-neighbourhood up, left, centre, right, down, the 18-neighbourhood row by row, the

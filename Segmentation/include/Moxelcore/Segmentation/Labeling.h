@@ -8,11 +8,10 @@ namespace mox::segmentation {
 
 /// Gives every connected component of a plane a label of its own.
 ///
-/// | property | type                | default | |
-/// |----------|---------------------|---------|-|
-/// | "input"  | `ImageModel const*` | null    | any real voxel type, one plan, time step and spectral channel |
-/// | "output" | `ImageModel*`       | null    | any integer type, which bounds the number of labels; a fresh image is
-/// uint8 |
+/// | property | type | default | |
+/// |---|---|---|-|
+/// | "input" | `ImageModel const*` | null | any real voxel type, one plan, time step and spectral channel |
+/// | "output" | `ImageModel*` | null | any integer type, which bounds the number of labels; a fresh image is uint8 |
 ///
 /// A voxel belongs to a component when it is not 0 (a NaN does, -0.0 does not). Components are connected by their
 /// sides and corners: a voxel has 8 neighbours. They are numbered 1, 2, ... in the order in which a scan by rows meets
