@@ -22,15 +22,13 @@ public:
     explicit Classifier(Classes const& classes)
         : classes_(classes)
     {
-        if constexpr (sizeof(T) == 1) {
-            for (int v = std::numeric_limits<T>::min(); v <= std::numeric_limits<T>::max(); ++v) {
-                table_.push_back(classes(v));
-            }
-        }
     }
 
-    void row(T const* in, std::size_t count, Class* out) const
+    void row(T const* in, std::size_t count, Class* out)
     {
+        if constexpr (sizeof(T) == 1) {
+            fillTable();
+        }
         for (std::size_t x = 0; x < count; ++x) {
             if constexpr (sizeof(T) == 1) {
                 out[x] = table_[static_cast<std::size_t>(in[x] - std::numeric_limits<T>::min())];
@@ -41,6 +39,15 @@ public:
     }
 
 private:
+    /// Not before the first row: the parameters of classes that nothing is read in may make none.
+    void fillTable()
+    {
+        using Limits = std::numeric_limits<T>;
+        for (int v = Limits::min() + static_cast<int>(table_.size()); v <= Limits::max(); ++v) {
+            table_.push_back(classes_(v));
+        }
+    }
+
     Classes classes_;
     std::vector<Class> table_;
 };
@@ -69,7 +76,7 @@ public:
 private:
     /// What lies between the sides of the image is read in place; only the rim goes through the border condition.
     template <class Class, class RowClassifier>
-    void read(Position const& first, std::size_t count, RowClassifier const& classifier, Class* out)
+    void read(Position const& first, std::size_t count, RowClassifier& classifier, Class* out)
     {
         int64 const begin = first.x;
         int64 const end = begin + static_cast<int64>(count);

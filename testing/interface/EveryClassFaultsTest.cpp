@@ -91,6 +91,7 @@ TEST_P(EveryFault, isSurvivedAtExtremeValues)
         RecordingInteraction impatient;
         impatient.cancelPeriod = 100;
         impatient.cancelAtPoll = 1;
+        task.soil(0);
         extreme.set();
         double const begin = secondsOfProcessor();
         try {
