@@ -3,6 +3,7 @@
 #include <boost/make_shared.hpp>
 
 #include "Classification/private/newModel.h"
+#include "Core/private/Helper/raise.h"
 #include "Core/private/Rules/RuleAssertNotNull.h"
 #include "Core/private/Rules/RuleLimitedValue.h"
 #include "Core/private/runners.h"
@@ -12,6 +13,9 @@
 namespace mox::classification {
 
 namespace {
+
+constexpr char const* source = "Classification/src/CreateTextureClassification2D";
+constexpr unsigned int mostClasses = 65536; // each takes memory for all features at once
 
 void replaceUnsetQuantiles(Vector<double>& ratios)
 {
@@ -27,7 +31,10 @@ class ScalarCreateTextureClassification2DRunner final : public ScalarRunner<Crea
 private:
     void execute(CreateTextureClassification2D& algorithm) const override
     {
-        auto model = newModel("Classification/src/CreateTextureClassification2D");
+        if (algorithm.numOfClasses > mostClasses) {
+            helper::raise<InvalidCall>(source, "There are too many classes.");
+        }
+        auto model = newModel(source);
         TextureClassificationModelPrivate& content = ModelAccess::get(*model);
         static_cast<segmentation::TextureRecipe&>(content) = segmentation::recipeOf(algorithm);
         content.numOfClasses = algorithm.numOfClasses;

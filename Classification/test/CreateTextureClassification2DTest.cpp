@@ -93,6 +93,10 @@ TEST(CreateTextureClassification2D, tellsWhatIsWrong)
         << "no directions, no features";
     algorithm->numOfClasses = 1;
     EXPECT_THAT(refusal<RuleException>(run), HasSubstr("Parameter value <1> must be greater or equal that <2>."));
+    for (unsigned int const tooMany : {65537U, 0x7FFFFFFFU, 0xFFFFFFFFU}) {
+        algorithm->numOfClasses = tooMany;
+        EXPECT_THAT(refusal<InvalidCall>(run), HasSubstr("There are too many classes.")) << tooMany;
+    }
     algorithm->numOfClasses = 2;
     algorithm->textureFeaturesGroup = groupOf({70});
     EXPECT_THAT(refusal<InvalidCall>(run), HasSubstr("The enumeration value is not valid"));

@@ -20,7 +20,7 @@ template <class T>
         } else if constexpr (std::is_signed_v<T>) {
             return {T(0), T(-1), Limits::min(), Limits::max()};
         } else {
-            return {T(0), Limits::max()};
+            return {T(0), T(Limits::max() / 2), Limits::max()};
         }
     }
 

@@ -104,6 +104,27 @@ TEST_P(EveryRunOnImages, takesTheVoxelTypesThatTheCatalogueTells)
     }
 }
 
+TEST_P(EveryRunOnImages, refusesComplexOnesOrDoesNothing)
+{
+    memory::InMemoryImage image;
+    image.allocate(MOX_COMPLEX_FLOAT32, 16, 12, 1, 1, 1);
+    Task const task(name);
+    for (BaseProperty* property : inputsOf(task.algorithm())) {
+        if (auto* const input = dynamic_cast<Property<ImageModel const*>*>(property)) {
+            *input = &image;
+        }
+    }
+    try {
+        task.algorithm().run(); // the rules give outputs their shape and interpretation
+    } catch (RuleException const&) {
+        return;
+    }
+    task.soil(0xA5);
+    Bytes const before = task.results();
+    task.algorithm().run();
+    EXPECT_EQ(task.results(), before);
+}
+
 /// The same bytes whatever the level and the number of threads.
 void expectOneResult(std::string const& name, TaskForm const& form, Choice const& choice = {})
 {

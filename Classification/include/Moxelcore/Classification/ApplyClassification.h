@@ -11,7 +11,7 @@ namespace mox::classification {
 ///
 /// | property | type | default | |
 /// |---|---|---|-|
-/// | "input" | `ImageModel const*` | null | any real voxel type, any sizes |
+/// | "input" | `ImageModel const*` | null | any real voxel type, any sizes; nothing is done with complex ones |
 /// | "classificationModel" | `TextureClassificationModel const*` | null | a finalized model |
 /// | "classifiedImage" | `ImageModel*` | null | integer voxels, label or value; becomes label |
 ///

@@ -11,7 +11,7 @@ namespace mox::classification {
 ///
 /// | property | type | default | |
 /// |---|---|---|-|
-/// | "input" | `ImageModel const*` | null | any real voxel type, any sizes |
+/// | "input" | `ImageModel const*` | null | any real voxel type, any sizes; nothing is done with complex ones |
 /// | "mask" | `ImageModel const*` | null | integer voxels, binary or label; sizes and calibration of the input |
 /// | "finalizeTraining" | `bool` | true | false when other images are to follow |
 /// | "classificationModel" | `TextureClassificationModel*` | null | the model that learns |

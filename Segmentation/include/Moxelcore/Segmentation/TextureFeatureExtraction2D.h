@@ -13,7 +13,7 @@ namespace mox::segmentation {
 ///
 /// | property | type                | default | |
 /// |----------|---------------------|---------|-|
-/// | "input"  | `ImageModel const*` | null    | any real voxel type, any sizes |
+/// | "input"  | `ImageModel const*` | null    | any real voxel type, any sizes; nothing is done with complex ones |
 /// | "output" | `ImageModel*`       | null    | float32 or float64 |
 ///
 /// The parameters between them are those of `TextureRecipeProperties`.
