@@ -71,10 +71,24 @@ private:
         {
         }
 
+        /// Row y of plan z is made next.
+        void moveTo(int y, int z)
+        {
+            newestRow = y;
+            newestPlan = z;
+            newestRowSlot = (y - least.row) % rowsKept;
+            newestPlanSlot = (z - least.plan) % plansKept;
+        }
+
+        /// Of a row that is kept. No division: this is asked for each tap of each row.
         std::size_t slotOf(int y, int z) const
         {
-            int const row = (y - least.row) % rowsKept;
-            return static_cast<std::size_t>(plansKept == 1 ? row : (z - least.plan) % plansKept * rowsKept + row);
+            int const row = newestRowSlot - newestRow + y;
+            if (plansKept == 1) {
+                return static_cast<std::size_t>(row < 0 ? row + rowsKept : row);
+            }
+            int const plan = newestPlanSlot - newestPlan + z;
+            return static_cast<std::size_t>((plan < 0 ? plan + plansKept : plan) * rowsKept + row);
         }
 
         kernel::Offset3D least;
@@ -83,6 +97,10 @@ private:
         int rowsKept;
         int plansKept;
         std::vector<T const*> begins;
+        int newestRow = 0;
+        int newestPlan = 0;
+        int newestRowSlot = 0;
+        int newestPlanSlot = 0;
     };
 
     void layOut()
@@ -118,6 +136,7 @@ private:
             if (row < stage.least.row || plan < stage.least.plan) {
                 continue;
             }
+            stage.moveTo(row, plan);
             if (k == 0) {
                 std::size_t const slot = stage.slotOf(row, plan);
                 stage.begins[slot] =

@@ -193,7 +193,11 @@ private:
                     __m128i const nextVoxels = Lane<T>::load(first + x + 3 * size);
                     __m128i const nextPairs = joined<T, 1>(voxels, nextVoxels);
                     __m128i const nextFours = joined<T, second>(pairs, nextPairs);
-                    Lane<T>::store(out + x, length > 4 ? joined<T, length - 4>(fours, nextFours) : fours);
+                    if constexpr (length > 4) {
+                        Lane<T>::store(out + x, joined<T, length - 4>(fours, nextFours));
+                    } else {
+                        Lane<T>::store(out + x, fours);
+                    }
                     voxels = nextVoxels;
                     pairs = nextPairs;
                     fours = nextFours;
