@@ -21,6 +21,9 @@ std::vector<Chain> chainsOf(Steps const& steps);
 /// Whether there are programs for a chain: several iterations of elements that follow each other.
 bool isFoldable(Chain const& chain);
 
+/// Whether the programs are faster than the iterations one by one: a few cubes on short rows are not.
+bool foldingPays(Chain const& chain, unsigned int columns);
+
 /// The iterations as they stand: square and cube by columns, rows and plans in the order of comparison.
 RowProgram literalProgram(Steps const& steps);
 

@@ -137,6 +137,11 @@ bool isFoldable(Chain const& chain)
     return mostIterations(chain.steps.front().element) != 0 && numOfIterations(chain.steps) > 1;
 }
 
+bool foldingPays(Chain const& chain, unsigned int columns)
+{
+    return !isCube(chain.steps.front().element) || numOfIterations(chain.steps) > 3 || columns >= 512;
+}
+
 RowProgram literalProgram(Steps const& steps)
 {
     RowProgram program;

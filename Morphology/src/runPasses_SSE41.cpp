@@ -44,6 +44,9 @@ private:
     static KernelPointer<T> kernelOf(Chain const& chain, access::Sizes const& sizes)
     {
         if (isFoldable(chain)) {
+            if (!foldingPays(chain, sizes.columns)) {
+                return nullptr;
+            }
             auto const iterations = static_cast<unsigned int>(numOfIterations(chain.steps));
             std::array programs{foldedProgram(chain.steps), literalProgram(chain.steps)};
             auto const leaf = leafFor(programs, sizes, sizeof(T));

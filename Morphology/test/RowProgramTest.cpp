@@ -177,6 +177,14 @@ TEST(Chains, joinWhatFollowsEachOtherUpToALength)
     EXPECT_FALSE(isFoldable(chainsOf({{OffsetList2D{{0, 0}, {1, 0}}}})[0]));
 }
 
+TEST(Chains, areFoldedWhereThatPays)
+{
+    EXPECT_TRUE(foldingPays(chainsOf({{SquareElement(), 2}})[0], 100));
+    EXPECT_FALSE(foldingPays(chainsOf({{CubeElement(), 3}})[0], 511));
+    EXPECT_TRUE(foldingPays(chainsOf({{CubeElement(), 3}})[0], 512));
+    EXPECT_TRUE(foldingPays(chainsOf({{CubeElement(), 4}})[0], 100));
+}
+
 TEST(Chains, keepNumberAndOrderOfIterations)
 {
     for (unsigned int const n : {1U, 2U, 31U, 32U, 61U, 62U, 63U, 1000U, 4000000000U}) {
