@@ -1,5 +1,8 @@
 #include <Moxelcore/Core/InMemoryImage.h>
 
+#include <sys/mman.h>
+
+#include <cstdint>
 #include <cstring>
 #include <initializer_list>
 #include <new>
@@ -42,6 +45,18 @@ std::size_t product(std::initializer_list<std::size_t> factors)
         throw std::bad_alloc();
     }
     return result;
+}
+
+/// Asks the system for large pages, which it hands out and looks up many voxels at a time. No more than a hint.
+void adviseLargePages(void* memory, std::size_t numOfBytes)
+{
+    constexpr std::size_t largePage = std::size_t{2} << 20U;
+    auto const begin = reinterpret_cast<std::uintptr_t>(memory);
+    auto const first = (begin + largePage - 1) / largePage * largePage;
+    auto const end = (begin + numOfBytes) / largePage * largePage;
+    if (first < end) {
+        madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE);
+    }
 }
 
 /// None have no address, which memcpy may not be told.
@@ -201,6 +216,7 @@ bool InMemoryImage::allocate(VoxelTypes const& voxelType, unsigned int columns, 
     release();
     std::size_t const bytes = product({voxelSize, columns, rows, plans, timeSeries, spectralSeries});
     data_ = static_cast<unsigned char*>(::operator new(bytes));
+    adviseLargePages(data_, bytes);
     voxelType_ = voxelType;
     unsigned int const sizes[] = {columns, rows, plans, timeSeries, spectralSeries};
     std::memcpy(sizes_, sizes, sizeof sizes_);
