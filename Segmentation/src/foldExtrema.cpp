@@ -49,12 +49,16 @@ void storeTo(std::array<T, N>& lanes, __m128i vector)
     _mm_storeu_si128(reinterpret_cast<__m128i*>(lanes.data()), vector);
 }
 
-/// Has voxels fetched from memory that follow in a page or so: the processor by itself stops at the end of a page.
+/// Has the line fetched from memory that follows voxel i in a page or so: the processor by itself stops at the end of a
+/// page.
 template <class T>
-void prefetchAfter(T const* voxels)
+void prefetchAfter(T const* voxels, std::size_t i)
 {
+    constexpr std::size_t bytesOfLine = 64;
     constexpr std::ptrdiff_t bytesAhead = 4096;
-    _mm_prefetch(reinterpret_cast<char const*>(voxels) + bytesAhead, _MM_HINT_T0);
+    if (i * sizeof(T) % bytesOfLine == 0) {
+        _mm_prefetch(reinterpret_cast<char const*>(voxels + i) + bytesAhead, _MM_HINT_T0);
+    }
 }
 
 /// SSE2 compares and adds 8-bit integers without their sign: signed voxels are moved by 128.
@@ -68,8 +72,9 @@ int64 foldBytes(T const* voxels, std::size_t count, Extrema<T> extrema)
     __m128i high = _mm_setzero_si128();
     __m128i sums = _mm_setzero_si128();
     std::size_t const whole = count / width * width;
+#pragma GCC unroll 4
     for (std::size_t i = 0; i < whole; i += width) {
-        prefetchAfter(voxels + i);
+        prefetchAfter(voxels, i);
         auto const v = _mm_xor_si128(_mm_loadu_si128(reinterpret_cast<__m128i const*>(voxels + i)), biased);
         low = _mm_min_epu8(low, v);
         high = _mm_max_epu8(high, v);
@@ -101,8 +106,9 @@ int64 foldWords(T const* voxels, std::size_t count, Extrema<T> extrema)
     __m128i evenSums = _mm_setzero_si128();
     __m128i oddSums = _mm_setzero_si128();
     std::size_t const whole = count / width * width;
+#pragma GCC unroll 4
     for (std::size_t i = 0; i < whole; i += width) {
-        prefetchAfter(voxels + i);
+        prefetchAfter(voxels, i);
         auto const v = _mm_loadu_si128(reinterpret_cast<__m128i const*>(voxels + i));
         auto const compared = _mm_xor_si128(v, toSigned);
         auto const added = _mm_xor_si128(v, toUnsigned);
@@ -180,7 +186,7 @@ void foldFloats(T const* voxels, std::size_t count, Extrema<T> extrema, ExtremaS
     }
     std::size_t const whole = count / numOfLanes * numOfLanes;
     for (std::size_t i = 0; i < whole; i += numOfLanes) {
-        prefetchAfter(voxels + i);
+        prefetchAfter(voxels, i);
         for (std::size_t k = 0; k < numOfPairs / pairsPerVector; ++k) {
             auto const v = Pairs::load(voxels + i + k * Pairs::width);
             low[k % 2] = Pairs::lesser(v, low[k % 2]);
