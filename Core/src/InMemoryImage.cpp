@@ -2,9 +2,9 @@
 
 #include <sys/mman.h>
 
-#include <cstdint>
 #include <cstring>
 #include <initializer_list>
+#include <memory>
 #include <new>
 
 namespace mox::memory {
@@ -51,11 +51,8 @@ std::size_t product(std::initializer_list<std::size_t> factors)
 void adviseLargePages(void* memory, std::size_t numOfBytes)
 {
     constexpr std::size_t largePage = std::size_t{2} << 20U;
-    auto const begin = reinterpret_cast<std::uintptr_t>(memory);
-    auto const first = (begin + largePage - 1) / largePage * largePage;
-    auto const end = (begin + numOfBytes) / largePage * largePage;
-    if (first < end) {
-        madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE);
+    if (std::align(largePage, largePage, memory, numOfBytes) != nullptr) {
+        madvise(memory, numOfBytes / largePage * largePage, MADV_HUGEPAGE);
     }
 }
 
