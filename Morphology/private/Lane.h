@@ -9,8 +9,8 @@
 #include "Morphology/private/functors.h"
 
 /// Marks a function that may use SSE 4.1, and the instruction that fetches memory to be written, which older processors
-/// pass over. Only such functions call each other, up to the kernel that the runner of
-/// that level starts; no file is compiled for it, or the linker might choose its inline functions for all processors.
+/// pass over. Only such functions call each other, up to the kernel that the runner of that level starts; no file is
+/// compiled for it, or the linker might choose its inline functions for all processors.
 #define MOX_SSE41 [[gnu::target("sse4.1,prfchw")]]
 
 namespace mox::morphology {
