@@ -47,6 +47,22 @@ private:
     std::vector<Stage> stages_;
 };
 
+/// Whether runs of that many voxels side by side are made in registers.
+constexpr bool isLengthOfRun(std::size_t length)
+{
+    return (length >= 3 && length <= 8) || length == 16 || length == 32;
+}
+
+/// Whether a stage is made of such a run.
+bool isRun(Stage const& stage);
+
+/// What the taps of a stage are to each other.
+enum class Form {
+    any,
+    run, ///< voxels side by side, of a length that is made in registers
+    rung ///< two rows of the stage before it, straight above each other, the lower one made last
+};
+
 /// Where a stage is needed for the result of one voxel, and how much of it is kept. A stage runs ahead of the result by
 /// as many rows and plans as it reaches behind it, so that one sweep over the rows of a leaf makes all stages: each
 /// reads what the ones before it made last.
@@ -54,6 +70,11 @@ struct StageExtent {
     OffsetBox around;
     int rowsKept = 1;  ///< of one plan
     int plansKept = 1; ///< where more than one, with all their rows
+    Form form = Form::any;
+    /// Whether none of the voxels that it reduces is NaN.
+    bool readsNumbers = false;
+    /// Whether it is, beside the image, the value outside, since what it reads there is.
+    bool isKnownBesideImage = false;
 };
 
 /// In the order of the stages.

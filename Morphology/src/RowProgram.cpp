@@ -1,6 +1,7 @@
 #include "Morphology/private/RowProgram.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace mox::morphology {
 
@@ -22,6 +23,66 @@ int heightOf(OffsetBox const& box)
     return box.most.row - box.least.row;
 }
 
+bool readsStraight(Stage const& stage)
+{
+    return std::all_of(stage.taps.begin(), stage.taps.end(), [](Tap const& tap) { return tap.offset.column == 0; });
+}
+
+bool isRung(Stage const& stage, std::size_t k, kernel::Offset3D const& most, kernel::Offset3D const& mostBefore)
+{
+    if (stage.taps.size() != 2 || stage.endsIteration || !readsStraight(stage)) {
+        return false;
+    }
+    kernel::Offset3D const lower = stage.taps[1].offset;
+    return stage.taps[0].stage == k - 1 && stage.taps[1].stage == k - 1 && most.row + lower.row == mostBefore.row &&
+           most.plan + lower.plan == mostBefore.plan;
+}
+
+bool readsImage(Stage const& stage)
+{
+    return std::any_of(stage.taps.begin(), stage.taps.end(), [](Tap const& tap) { return tap.stage == 0; });
+}
+
+/// The rungs of a ladder are made as wide as what the first one reads.
+void findForms(std::span<Stage const> stages, std::vector<StageExtent>& extents)
+{
+    for (std::size_t k = 1; k < stages.size(); ++k) {
+        StageExtent const& before = extents[k - 1];
+        StageExtent& extent = extents[k];
+        if (isRun(stages[k])) {
+            extent.form = Form::run;
+        } else if (k + 1 < stages.size() && isRung(stages[k], k, extent.around.most, before.around.most)) {
+            extent.form = Form::rung;
+            extent.around.least.column = before.around.least.column;
+            extent.around.most.column = before.around.most.column;
+        }
+    }
+}
+
+void findReadsNumbers(std::span<Stage const> stages, std::vector<StageExtent>& extents)
+{
+    std::vector<bool> mayHoldNan{true};
+    for (Stage const& stage : stages.subspan(1)) {
+        auto const mayBeNan = [&](Tap const& tap) { return mayHoldNan[tap.stage]; };
+        extents[mayHoldNan.size()].readsNumbers = std::none_of(stage.taps.begin(), stage.taps.end(), mayBeNan);
+        mayHoldNan.push_back(!stage.passesOverNan && mayBeNan(stage.taps.front())); // later ones never win
+    }
+}
+
+/// The image, where one stage alone reads it, straight above and below, and the stages that read nothing else so.
+void findKnownBesideImage(std::span<Stage const> stages, std::vector<StageExtent>& extents)
+{
+    extents[0].isKnownBesideImage =
+        readsStraight(stages[1]) && std::none_of(stages.begin() + 2, stages.end(), readsImage);
+    for (std::size_t k = 1; k < stages.size(); ++k) {
+        auto const& taps = stages[k].taps;
+        extents[k].isKnownBesideImage =
+            readsStraight(stages[k]) && std::all_of(taps.begin(), taps.end(), [&](Tap const& tap) {
+                return extents[tap.stage].isKnownBesideImage;
+            });
+    }
+}
+
 /// Halves a size while the condition holds, but not below the floor.
 template <class Condition>
 void shrink(unsigned int& size, unsigned int floor, Condition&& isTooLarge)
@@ -32,6 +93,15 @@ void shrink(unsigned int& size, unsigned int floor, Condition&& isTooLarge)
 }
 
 } // namespace
+
+bool isRun(Stage const& stage)
+{
+    auto const goesOn = [](Tap const& tap, Tap const& next) {
+        return next.stage == tap.stage && next.offset == plus(tap.offset, {1, 0, 0}, 1);
+    };
+    return isLengthOfRun(stage.taps.size()) &&
+           std::adjacent_find(stage.taps.begin(), stage.taps.end(), std::not_fn(goesOn)) == stage.taps.end();
+}
 
 std::vector<StageExtent> extentsOf(RowProgram const& program)
 {
@@ -53,6 +123,9 @@ std::vector<StageExtent> extentsOf(RowProgram const& program)
             read.plansKept = std::max(read.plansKept, most.plan - ahead.plan - tap.offset.plan + 1);
         }
     }
+    findForms(program.stages(), extents);
+    findReadsNumbers(program.stages(), extents);
+    findKnownBesideImage(program.stages(), extents);
     return extents;
 }
 

@@ -1,6 +1,7 @@
 #include "Morphology/private/chains.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 
 namespace mox::morphology {
@@ -73,11 +74,32 @@ void appendRun(RowProgram& program, Offset3D first, Offset3D const& step, int le
     program.append(std::move(stage));
 }
 
-/// The run of 2n + 1 voxels around the voxel.
-void appendRun(RowProgram& program, Offset3D const& step, unsigned int n)
+/// The run of 2n + 1 voxels along a step around the voxel, by doubling.
+void appendLadder(RowProgram& program, Offset3D const& step, unsigned int n)
 {
-    int const reach = static_cast<int>(n);
-    appendRun(program, plus({0, 0, 0}, step, -reach), step, 2 * reach + 1);
+    int const whole = 2 * static_cast<int>(n) + 1;
+    Offset3D first = plus({0, 0, 0}, step, -static_cast<int>(n));
+    for (int length = 1; length < whole;) {
+        int const added = std::min(length, whole - length);
+        program.append({{{program.last(), first}, {program.last(), plus(first, step, added)}}});
+        length += added;
+        first = {0, 0, 0};
+    }
+}
+
+/// The same across, of one run that is made in registers or of two that overlap.
+void appendRow(RowProgram& program, unsigned int n)
+{
+    int const whole = 2 * static_cast<int>(n) + 1;
+    int const part = whole <= 8 ? whole : static_cast<int>(std::bit_floor(static_cast<unsigned int>(whole)));
+    Stage stage;
+    for (int i = 0; i < part; ++i) {
+        stage.taps.push_back({program.last(), {i - static_cast<int>(n), 0, 0}});
+    }
+    program.append(std::move(stage));
+    if (part < whole) {
+        program.append({{{program.last(), {0, 0, 0}}, {program.last(), {whole - part, 0, 0}}}});
+    }
 }
 
 void appendCross(RowProgram& program, bool endsIteration)
@@ -169,10 +191,10 @@ RowProgram foldedProgram(Steps const& steps)
             appendDiamond(program, step.iterations);
             continue;
         }
-        appendRun(program, across, step.iterations);
-        appendRun(program, down, step.iterations);
+        appendLadder(program, down, step.iterations);
+        appendRow(program, step.iterations);
         if (isCube(step.element)) {
-            appendRun(program, back, step.iterations);
+            appendLadder(program, back, step.iterations);
         }
     }
     return program;

@@ -50,16 +50,33 @@ public:
         }
     }
 
-    /// The same for a run that has a stage of its own, made when it is asked for first.
-    void appendShared(std::vector<Tap>& taps, Chord const& chord)
+    /// The stage of all runs of a length. One whose length is no power of two is made when it is asked for first.
+    unsigned int stageOf(unsigned int length)
     {
-        auto const [entry, isNew] = shared_.try_emplace(chord.length);
+        if (std::has_single_bit(length)) {
+            return runOfPower(floorLog2(length));
+        }
+        auto const [entry, isNew] = stages_.try_emplace(length);
         if (isNew) {
             Stage stage;
-            appendTaps(stage.taps, {{0, 0, 0}, chord.length});
+            appendTaps(stage.taps, {{0, 0, 0}, length});
             entry->second = program_.append(std::move(stage));
         }
-        taps.push_back({entry->second, chord.first});
+        return entry->second;
+    }
+
+    /// A tap that sees runs of a length side by side.
+    Tap sideBySide(Chord const& first, unsigned int count)
+    {
+        auto const [entry, isNew] = sideBySide_.try_emplace({first.length, count});
+        if (isNew) {
+            Stage stage;
+            for (unsigned int i = 0; i < count; ++i) {
+                stage.taps.push_back({stageOf(first.length), {static_cast<int>(i), 0, 0}});
+            }
+            entry->second = program_.append(std::move(stage));
+        }
+        return {entry->second, first.first};
     }
 
 private:
@@ -79,11 +96,23 @@ private:
     RowProgram& program_;
     Offset3D step_;
     std::vector<unsigned int> powers_;
-    std::map<unsigned int, unsigned int> shared_;
+    std::map<unsigned int, unsigned int> stages_;                              ///< by length
+    std::map<std::pair<unsigned int, unsigned int>, unsigned int> sideBySide_; ///< by length and number
 };
 
 /// A stage of its own costs two reads and a write, and saves one of the two reads of each chord of its length.
 constexpr std::size_t usesThatPayForAStage = 4;
+
+/// How many chords from the first on are alike and stand side by side.
+unsigned int numOfAlike(std::span<Chord const> chords)
+{
+    unsigned int count = 1;
+    while (count < chords.size() && chords[count].length == chords[0].length &&
+           chords[count].first == plus(chords[0].first, {1, 0, 0}, static_cast<int>(count))) {
+        ++count;
+    }
+    return count;
+}
 
 RowProgram programAlong(Offset3D const& step, std::span<Offset3D const> offsets)
 {
@@ -98,12 +127,20 @@ RowProgram programAlong(Offset3D const& step, std::span<Offset3D const> offsets)
     if (chords.front().length > 1) {
         result.taps.push_back({0, offsets.front()});
     }
-    for (Chord const& chord : chords) {
-        if (!std::has_single_bit(chord.length) && uses[chord.length] >= usesThatPayForAStage) {
-            runs.appendShared(result.taps, chord);
+    for (std::size_t i = 0; i < chords.size();) {
+        Chord const& chord = chords[i];
+        unsigned int const alike = numOfAlike(std::span(chords).subspan(i));
+        if (chord.length > 1 && isLengthOfRun(alike)) {
+            result.taps.push_back(runs.sideBySide(chord, alike));
+            i += alike;
+            continue;
+        }
+        if (uses[chord.length] >= usesThatPayForAStage) {
+            result.taps.push_back({runs.stageOf(chord.length), chord.first});
         } else {
             runs.appendTaps(result.taps, chord);
         }
+        ++i;
     }
     program.append(std::move(result));
     return program;
@@ -114,7 +151,7 @@ std::size_t costOf(RowProgram const& program)
 {
     std::size_t cost = 0;
     for (Stage const& stage : program.stages()) {
-        cost += stage.taps.size() + 1;
+        cost += (isRun(stage) ? 1 : stage.taps.size()) + 1;
     }
     return cost;
 }

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <numeric>
 #include <random>
 
 #include "Morphology/private/ColumnsReduction.h"
@@ -218,6 +219,9 @@ void expectChains(std::mt19937& random)
         expectChain({{SquareElement(), n}}, {{squareOf9(), n}}, {70, 20, 2, 1, 1});
         expectChain({{Neighborhood2D_4Tag(), n}}, {{cross4(), n}}, {70, 20, 2, 1, 1});
     }
+    for (unsigned int const n : {8U, 16U, 31U}) {
+        expectChain({{SquareElement(), n}}, {{squareOf9(), n}}, {200, 12, 1, 1, 1});
+    }
     expectChain({{SquareElement(), 2}, {Neighborhood2D_4Tag(), 3}}, {{squareOf9(), 2}, {cross4(), 3}},
                 {40, 20, 1, 1, 1});
     expectChain({{CubeElement(), 2}}, {{cubeOf27(), 2}}, {30, 9, 8, 1, 1});
@@ -242,6 +246,56 @@ void expectChords(std::mt19937& random)
     for (int round = 0; round < 5; ++round) {
         expectList(someOffsets(random, 0), {50, 20, 1, 1, 1});
         expectList(someOffsets(random, 3), {20, 9, 8, 1, 1});
+    }
+}
+
+/// In runs of registers, voxels that a kernel may not read are not there at all.
+template <class T, class Functor>
+void expectRuns(std::mt19937& random)
+{
+    for (std::size_t const length : {3, 4, 5, 6, 7, 8, 16, 32}) {
+        for (int round = 0; round < 40; ++round) {
+            std::size_t const count = 1 + random() % 150;
+            std::size_t const room = random() % 2 * (random() % 40);
+            std::vector<T> row(count + length - 1 + room);
+            std::generate(row.begin(), row.end(), [&] { return T(random() % 5) * (random() % 2 == 0 ? T(-1) : T(1)); });
+            std::vector<T> wanted(count);
+            for (std::size_t x = 0; x < count; ++x) {
+                wanted[x] = std::accumulate(row.begin() + x + 1, row.begin() + x + length, row[x], Functor());
+            }
+            std::vector<T> made(count);
+            RowReductionSimd<Functor>::run(std::span<T const>(row), length, made.data(), count, {});
+            ASSERT_TRUE(sameBits(made, wanted, "run"));
+        }
+    }
+}
+
+template <class T, class Functor, bool passesOverNan>
+void expectLadders(std::mt19937& random)
+{
+    using Reduction = RowReductionSimd<Functor>;
+    for (int round = 0; round < 60; ++round) {
+        std::size_t const count = 1 + random() % 150;
+        std::vector<std::vector<T>> older(1 + random() % Reduction::mostRungs);
+        std::vector<std::vector<T>> made(older.size(), std::vector<T>(count));
+        std::vector<std::vector<T>> wanted(older.size(), std::vector<T>(count));
+        std::vector<Rung<T>> rungs;
+        auto const newest = randomVoxels<T>(random, count);
+        std::vector<T> const* last = &newest;
+        for (std::size_t k = 0; k < older.size(); ++k) {
+            older[k] = randomVoxels<T>(random, count);
+            rungs.push_back({older[k].data(), made[k].data()});
+            for (std::size_t x = 0; x < count; ++x) {
+                T const first =
+                    passesOverNan && k == 0 ? Functor()(Functor::template worst<T>, older[k][x]) : older[k][x];
+                wanted[k][x] = Functor()(first, (*last)[x]);
+            }
+            last = &wanted[k];
+        }
+        Reduction::template climb<passesOverNan, T>(newest.data(), rungs, count, {});
+        for (std::size_t k = 0; k < older.size(); ++k) {
+            ASSERT_TRUE(sameBits(made[k], wanted[k], "rung"));
+        }
     }
 }
 
@@ -277,6 +331,24 @@ TYPED_TEST(MorphologyKernels, runListsByTheirChords)
     std::mt19937 random(4);
     expectChords<TypeParam, DilationFunctor>(random);
     expectChords<TypeParam, ErosionFunctor>(random);
+}
+
+TYPED_TEST(MorphologyKernels, doubleRunsInRegisters)
+{
+    std::mt19937 random(5);
+    expectRuns<TypeParam, DilationFunctor>(random);
+    expectRuns<TypeParam, ErosionFunctor>(random);
+}
+
+TYPED_TEST(MorphologyKernels, doubleRunsDownTheRows)
+{
+    std::mt19937 random(6);
+    expectLadders<TypeParam, DilationFunctor, false>(random);
+    expectLadders<TypeParam, ErosionFunctor, false>(random);
+    if constexpr (std::is_floating_point_v<TypeParam>) {
+        expectLadders<TypeParam, DilationFunctor, true>(random);
+        expectLadders<TypeParam, ErosionFunctor, true>(random);
+    }
 }
 
 } // namespace

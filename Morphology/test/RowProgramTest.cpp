@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <random>
 #include <set>
@@ -63,11 +64,12 @@ std::vector<Offset> firstOnes(std::vector<Offset> const& offsets)
     return first;
 }
 
+/// A run in registers reads each voxel once.
 std::size_t reads(RowProgram const& program)
 {
     std::size_t count = 0;
     for (Stage const& stage : program.stages()) {
-        count += stage.taps.size();
+        count += isRun(stage) ? 1 : stage.taps.size();
     }
     return count;
 }
@@ -106,7 +108,7 @@ TEST(Chains, foldSquaresIntoASquareOfFewReads)
     for (unsigned int n = 1; n <= 31; ++n) {
         RowProgram const program = foldedProgram({{SquareElement(), n}});
         EXPECT_EQ(setSeenBy(program), box(static_cast<int>(n), 0)) << n;
-        EXPECT_LE(reads(program), 2 * (4 * std::sqrt(n) + 4)) << n;
+        EXPECT_LE(reads(program), 2 * std::bit_width(2 * n) + 3) << n;
     }
 }
 
@@ -262,6 +264,82 @@ TEST(RowPrograms, tellHowMuchOfAStageIsKept)
     EXPECT_EQ(extents[1].around.most, (Offset3D{1, 0, 0}));
     EXPECT_EQ(extents[1].rowsKept, 1);
     EXPECT_EQ(keptVoxels(extents, {1, 50, 100}), 104U * 4 + 104U);
+}
+
+TEST(RowPrograms, knowWhatFormAStageHas)
+{
+    RowProgram program;
+    program.append({{{0, {0, -2, 0}}, {0, {0, -1, 0}}}});                               // two rows
+    program.append({{{1, {0, 0, 0}}, {1, {0, 2, 0}}}});                                 // of which the lower is new
+    program.append({{{2, {0, 0, 0}}, {2, {0, 1, 0}}}});                                 // here too
+    program.append({{{3, {-1, 0, 0}}, {3, {0, 0, 0}}, {3, {1, 0, 0}}}});                // side by side
+    program.append({{{4, {0, 0, 0}}, {4, {1, 0, 0}}}});                                 // too few for a run
+    program.append({{{5, {0, 0, 0}}, {5, {1, 0, 0}}, {5, {3, 0, 0}}, {5, {4, 0, 0}}}}); // with a gap
+    program.append({{{6, {0, 0, 0}}, {1, {1, 0, 0}}, {6, {2, 0, 0}}}});                 // of two stages
+    program.append({{{7, {0, 0, 0}}, {7, {0, 1, 0}}}});                                 // the result
+    std::vector<Form> forms;
+    for (StageExtent const& extent : extentsOf(program)) {
+        forms.push_back(extent.form);
+    }
+    EXPECT_THAT(forms, ElementsAre(Form::any, Form::rung, Form::rung, Form::rung, Form::run, Form::any, Form::any,
+                                   Form::any, Form::any));
+}
+
+TEST(RowPrograms, findNoRungInWhatEndsAnIterationOrReadsOlderRows)
+{
+    RowProgram program;
+    program.append({{{0, {0, -1, 0}}, {0, {0, 0, 0}}}, false, true}); // ends an iteration
+    program.append({{{1, {0, -2, 0}}, {1, {0, -1, 0}}}});             // but the row below is read too
+    program.append({{{2, {0, 0, 0}}, {1, {0, 0, 0}}}});
+    for (StageExtent const& extent : extentsOf(program)) {
+        EXPECT_EQ(extent.form, Form::any);
+    }
+}
+
+TEST(RowPrograms, makeTheRungsOfALadderOfOneWidth)
+{
+    RowProgram program;
+    program.append({{{0, {0, 0, 0}}, {0, {0, 1, 0}}}});
+    program.append({{{1, {0, 0, 0}}, {1, {0, 2, 0}}}});
+    program.append({{{1, {-5, 0, 0}}, {2, {1, 0, 0}}, {0, {0, 0, 0}}}});
+    auto const extents = extentsOf(program);
+    EXPECT_EQ(extents[1].around.least.column, -5);
+    EXPECT_EQ(extents[2].around.least.column, -5);
+    EXPECT_EQ(extents[2].around.most.column, 1);
+}
+
+TEST(RowPrograms, knowStagesBesideTheImageWhereTheyComeStraightFromIt)
+{
+    auto const known = [](RowProgram const& program) {
+        std::vector<bool> stages;
+        for (StageExtent const& extent : extentsOf(program)) {
+            stages.push_back(extent.isKnownBesideImage);
+        }
+        return stages;
+    };
+    // Down, across, down.
+    EXPECT_THAT(known(literalProgram({{SquareElement(), 1}})), ElementsAre(true, true, false));
+    EXPECT_THAT(known(literalProgram({{SquareElement(), 2}})), ElementsAre(true, true, false, false, false));
+    EXPECT_THAT(known(literalProgram({{Neighborhood2D_4Tag(), 1}})), ElementsAre(false, false));
+    RowProgram twice;
+    twice.append({{{0, {0, 0, 0}}, {0, {0, 1, 0}}}});
+    twice.append({{{1, {1, 0, 0}}, {0, {0, 0, 0}}}});
+    EXPECT_THAT(known(twice), ElementsAre(false, false, false));
+}
+
+TEST(RowPrograms, knowStagesThatReadNoNan)
+{
+    RowProgram program;
+    program.append({{{0, {0, 0, 0}}, {0, {0, 1, 0}}}, true});
+    program.append({{{1, {0, 0, 0}}, {0, {0, 1, 0}}}});
+    program.append({{{2, {0, 0, 0}}, {1, {0, 1, 0}}}});
+    program.append({{{0, {0, 0, 0}}, {1, {0, 1, 0}}}});
+    program.append({{{4, {0, 0, 0}}, {1, {0, 1, 0}}}});
+    std::vector<bool> numbers;
+    for (StageExtent const& extent : extentsOf(program)) {
+        numbers.push_back(extent.readsNumbers);
+    }
+    EXPECT_THAT(numbers, ElementsAre(false, false, false, true, false, false));
 }
 
 TEST(RowPrograms, keepWholePlansOfALeafWhereTheyLookIntoOthers)

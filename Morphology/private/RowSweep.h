@@ -1,0 +1,267 @@
+#pragma once
+
+#include <Moxelcore/Core/access/Block.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <span>
+#include <type_traits>
+#include <vector>
+
+#include "Core/private/filters/leafRows.h"
+#include "Morphology/private/RowProgram.h"
+#include "Morphology/private/RowReductionSimd.h"
+#include "Morphology/private/StageRows.h"
+
+namespace mox::morphology {
+
+/// One sweep of a program over a leaf.
+template <class Functor, class Source>
+class RowSweep {
+public:
+    using T = typename Source::Voxel;
+
+    /// Voxels may be regrouped where any order of comparisons gives the same.
+    RowSweep(RowProgram const& program, std::span<StageExtent const> extents, bool mayRegroup,
+             access::Block const& leaf, Source& source)
+        : program_(program)
+        , extents_(extents)
+        , mayRegroup_(mayRegroup)
+        , source_(source)
+        , image_(source.image())
+        , rows_(static_cast<int>(leaf.getNumOfRows()))
+        , plans_(static_cast<int>(leaf.getNumOfPlans()))
+    {
+        for (StageExtent const& extent : extents) {
+            stages_.emplace_back(extent, static_cast<int>(leaf.getNumOfColumns()), rows_, image_);
+        }
+        stages_.front().keepWhatIsMade();
+        layOut();
+        for (std::size_t k = 0; k < stages_.size(); ++k) {
+            jobs_.push_back(jobOf(k));
+        }
+    }
+
+    template <class Target>
+    void run(Target& target)
+    {
+        int firstRow = 0;
+        int firstPlan = 0;
+        for (Rows const& stage : stages_) {
+            firstRow = std::min(firstRow, stage.startRow());
+            firstPlan = std::min(firstPlan, stage.startPlan());
+        }
+        for (int z = firstPlan; z < plans_; ++z) {
+            for (int y = firstRow; y < rows_; ++y) {
+                if (target.isStopped()) {
+                    return;
+                }
+                makeRows(y, z, target);
+            }
+        }
+    }
+
+private:
+    using Rows = StageRows<T>;
+    using Reduction = RowReductionSimd<Functor>;
+
+    /// What the rows of a stage see through a tap.
+    struct Sight {
+        Rows const* rows;
+        std::ptrdiff_t column; ///< in a kept row
+        int row;
+        int plan;
+
+        T const* from(int y, int z) const { return rows->row(y + row, z + plan) + column; }
+    };
+
+    /// A stage as it is made row by row.
+    struct Job {
+        Stage const* stage;
+        bool isRung;
+        bool isRunInRegisters;
+        Rows* rows;
+        std::ptrdiff_t firstMade; ///< in a kept row
+        std::vector<Sight> sights;
+    };
+
+    static constexpr T outside = Functor::template outside<T>;
+
+    /// Bytes that may be read, and that keep rows from lying a multiple of a page apart, at which they would drive each
+    /// other out of the cache.
+    static constexpr std::size_t roomBehindRow = 64;
+
+    /// Gives all stages but the image and the result their rows.
+    void layOut()
+    {
+        std::span const inBetween = std::span(stages_).subspan(1, stages_.size() - 2);
+        std::vector<std::size_t> strides;
+        std::size_t count = 0;
+        for (Rows const& stage : inBetween) {
+            strides.push_back((stage.widthKept() * sizeof(T) / 64 * 64 + 64 + roomBehindRow) / sizeof(T));
+            count += stage.numOfRows() * strides.back();
+        }
+        T* next = source_.scratch(count);
+        for (std::size_t i = 0; i < inBetween.size(); ++i) {
+            for (std::size_t slot = 0; slot < inBetween[i].numOfRows(); ++slot) {
+                inBetween[i].setRow(slot, next);
+                fillBesideImage(inBetween[i], next);
+                next += strides[i];
+            }
+        }
+    }
+
+    /// The part of a kept row that is not made.
+    static void fillBesideImage(Rows const& stage, T* kept)
+    {
+        T* const made = kept + (stage.firstMade() - stage.firstKept());
+        std::fill(kept, made, outside);
+        std::fill(made + stage.width(), kept + stage.widthKept(), outside);
+    }
+
+    /// With all that does not change from row to row.
+    Job jobOf(std::size_t k)
+    {
+        Rows& made = stages_[k];
+        bool const isRunInRegisters = extents_[k].form == Form::run && (mayRegroup_ || extents_[k].readsNumbers);
+        Job job{&program_.stages()[k],
+                extents_[k].form == Form::rung,
+                isRunInRegisters,
+                &made,
+                made.firstMade() - made.firstKept(),
+                {}};
+        for (Tap const& tap : job.stage->taps) {
+            Rows const& read = stages_[tap.stage];
+            job.sights.push_back(
+                {&read, made.firstMade() + tap.offset.column - read.firstKept(), tap.offset.row, tap.offset.plan});
+        }
+        return job;
+    }
+
+    /// For row (y, z) of the result, whether it is in the leaf or before it.
+    template <class Target>
+    void makeRows(int y, int z, Target& target)
+    {
+        readImage(y, z);
+        for (std::size_t k = 1; k < program_.last(); ++k) {
+            Job const& job = jobs_[k];
+            if (!job.rows->hasRowFor(y, z)) {
+                continue;
+            }
+            int const row = job.rows->rowFor(y);
+            int const plan = job.rows->planFor(z);
+            job.rows->moveTo(row, plan);
+            T const* const next = k == 1 ? nextOfImage_ : nullptr;
+            if (job.isRung) {
+                Job const& above = jobs_[k + 1];
+                climb(job, row, plan, next, above.isRung && above.rows->hasRowFor(y, z));
+            } else {
+                makeRow(job, row, plan, next);
+            }
+        }
+        if (y >= 0 && z >= 0) {
+            target.writeRow(y, z, [&](T* out) { reduce(jobs_.back(), y, z, out, {nullptr, target.ahead(y + 1, z)}); });
+        }
+    }
+
+    void readImage(int y, int z)
+    {
+        Rows& image = stages_.front();
+        if (!image.hasRowFor(y, z)) {
+            return;
+        }
+        int const row = image.rowFor(y);
+        int const plan = image.planFor(z);
+        image.moveTo(row, plan);
+        std::size_t const slot = image.slot(row, plan);
+        image.setRow(slot, source_.row(slot, image.firstMade(), row, plan, image.width()));
+        nextOfImage_ = source_.ahead(row + 1, plan);
+    }
+
+    /// A row in the scratch memory.
+    static T* madeRow(Job const& job, int y, int z) { return const_cast<T*>(job.rows->row(y, z)) + job.firstMade; }
+
+    /// Rungs wait for the one above them, and are made together.
+    void climb(Job const& job, int y, int z, T const* nextOfImage, bool goesOn)
+    {
+        if (numOfRungs_ == 0) {
+            newest_ = job.sights[1].from(y, z);
+            passesOverNan_ = job.stage->passesOverNan;
+            nextToClimb_ = nextOfImage;
+        }
+        rungs_[numOfRungs_++] = {job.sights[0].from(y, z), madeRow(job, y, z)};
+        if (goesOn && numOfRungs_ < rungs_.size()) {
+            return;
+        }
+        std::span const rungs(rungs_.data(), numOfRungs_);
+        if (std::is_floating_point_v<T> && passesOverNan_) {
+            Reduction::template climb<true, T>(newest_, rungs, job.rows->width(), {nextToClimb_, nullptr});
+        } else {
+            Reduction::template climb<false, T>(newest_, rungs, job.rows->width(), {nextToClimb_, nullptr});
+        }
+        numOfRungs_ = 0;
+    }
+
+    void makeRow(Job const& job, int y, int z, T const* nextOfImage)
+    {
+        T* const out = madeRow(job, y, z);
+        Ahead<T> const ahead{nextOfImage, out};
+        if (!job.stage->endsIteration) {
+            reduce(job, y, z, out, ahead);
+            return;
+        }
+        Rows const& rows = *job.rows;
+        if (y < image_.firstRow || y >= image_.endRow || z < image_.firstPlan || z >= image_.endPlan) {
+            std::fill_n(out, rows.width(), outside);
+            return;
+        }
+        reduce(job, y, z, out, ahead);
+        int const begin = std::clamp(image_.firstColumn, rows.firstMade(), rows.endMade());
+        int const end = std::clamp(image_.endColumn, begin, rows.endMade());
+        std::fill(out, out + (begin - rows.firstMade()), outside);
+        std::fill(out + (end - rows.firstMade()), out + rows.width(), outside);
+    }
+
+    void reduce(Job const& job, int y, int z, T* out, Ahead<T> const& ahead)
+    {
+        std::size_t const width = job.rows->width();
+        if (job.isRunInRegisters) {
+            Sight const& sight = job.sights.front();
+            std::size_t const room = sight.rows == &stages_.front() ? 0 : roomBehindRow / sizeof(T);
+            std::span const row(sight.from(y, z), width + job.sights.size() - 1 + room);
+            Reduction::run(row, job.sights.size(), out, width, ahead);
+            return;
+        }
+        seen_.resize(job.sights.size());
+        std::transform(job.sights.begin(), job.sights.end(), seen_.begin(),
+                       [&](Sight const& sight) { return sight.from(y, z); });
+        if constexpr (std::is_floating_point_v<T>) {
+            if (job.stage->passesOverNan) {
+                Reduction::pairOverNan(seen_.data(), out, width, ahead);
+                return;
+            }
+        }
+        Reduction::row(seen_.data(), seen_.size(), out, width, ahead);
+    }
+
+    RowProgram const& program_;
+    std::span<StageExtent const> extents_;
+    bool mayRegroup_;
+    Source& source_;
+    filters::Bounds image_;
+    int rows_;
+    int plans_;
+    std::vector<Rows> stages_;
+    std::vector<Job> jobs_;
+    std::vector<T const*> seen_;
+    T const* nextOfImage_ = nullptr;
+
+    std::array<Rung<T>, Reduction::mostRungs> rungs_ = {};
+    std::size_t numOfRungs_ = 0;
+    T const* newest_ = nullptr; ///< the row from which the first rung goes on
+    bool passesOverNan_ = false;
+    T const* nextToClimb_ = nullptr;
+};
+
+} // namespace mox::morphology
