@@ -10,6 +10,7 @@
 #include <type_traits>
 
 #include "Core/private/access/Position.h"
+#include "Core/private/filters/Store.h"
 
 namespace mox::miscellaneous {
 
@@ -110,10 +111,11 @@ template <class T>
 class DecimateBody2D {
 public:
     template <class Tag>
-    explicit DecimateBody2D(Tag)
+    DecimateBody2D(Tag, filters::Store store)
         : reduce_([](T const* upper, T const* lower, T* out, std::size_t count) {
             decimation::reduce(Tag(), upper, lower, out, count);
         })
+        , store_(store)
     {
     }
 
@@ -127,39 +129,64 @@ public:
                            static_cast<int>(leaf.getBeginPlan()), static_cast<int>(leaf.getBeginTimeSeries()),
                            static_cast<int>(leaf.getBeginSpectralSeries())};
         for (int y = 0; y < static_cast<int>(leaf.getNumOfRows()); ++y) {
-            T const* const upper = source.rowAt(0, p, 2 * columns);
+            Lines lines;
+            lines.upper = source.rowAt(0, p, 2 * columns);
             ++p.y;
-            T const* const lower = source.rowAt(1, p, 2 * columns);
+            lines.lower = source.rowAt(1, p, 2 * columns);
             ++p.y;
-            T const* const nextUpper = source.aheadAt(p, 2 * columns);
-            T const* const nextLower = source.aheadAt({p.x, p.y + 1, p.z, p.t, p.s}, 2 * columns);
-            T const* const nextOut = target.ahead(y + 1, 0);
-            target.writeRow(y, 0, [&](T* out) {
-                for (unsigned int x = 0; x < columns; x += atOnce) {
-                    unsigned int const count = std::min(columns - x, atOnce);
-                    fetch(nextUpper, 2 * x, 2 * count);
-                    fetch(nextLower, 2 * x, 2 * count);
-                    fetch(nextOut, x, count);
-                    row(upper + 2 * x, lower + 2 * x, out + x, count);
-                }
-            });
+            lines.nextUpper = source.aheadAt(p, 2 * columns);
+            lines.nextLower = source.aheadAt({p.x, p.y + 1, p.z, p.t, p.s}, 2 * columns);
+            lines.nextOut = store_ == filters::Store::cached ? target.ahead(y + 1, 0) : nullptr;
+            target.writeRow(y, 0, [&](T* out) { makeRow(lines, out, columns); });
         }
     }
 
 private:
-    static constexpr unsigned int atOnce = 256;
+    /// Rows of the input, and those that are fetched meanwhile.
+    struct Lines {
+        T const* upper;
+        T const* lower;
+        T const* nextUpper;
+        T const* nextLower;
+        T const* nextOut;
+    };
 
-    static void fetch(T const* row, unsigned int x, unsigned int count)
+    void makeRow(Lines const& lines, T* out, std::size_t columns) const
+    {
+        std::size_t x = 0;
+        auto const makeNext = [&](void* voxels, std::size_t count) {
+            T* next = static_cast<T*>(voxels);
+            for (std::size_t const end = x + count; x < end;) {
+                std::size_t const some = std::min(end - x, atOnce);
+                fetch(lines.nextUpper, 2 * x, 2 * some);
+                fetch(lines.nextLower, 2 * x, 2 * some);
+                fetch(lines.nextOut, x, some);
+                row(lines.upper + 2 * x, lines.lower + 2 * x, next, some);
+                x += some;
+                next += some;
+            }
+        };
+        if (store_ == filters::Store::streamed) {
+            filters::makeStreamed(out, sizeof(T), columns, makeNext);
+        } else {
+            makeNext(out, columns);
+        }
+    }
+
+    static constexpr std::size_t atOnce = 256;
+
+    static void fetch(T const* row, std::size_t x, std::size_t count)
     {
         if (row == nullptr) {
             return;
         }
-        for (unsigned int i = 0; i < count; i += 64 / sizeof(T)) {
+        for (std::size_t i = 0; i < count; i += 64 / sizeof(T)) {
             __builtin_prefetch(row + x + i);
         }
     }
 
     void (*reduce_)(T const* upper, T const* lower, T* out, std::size_t count);
+    filters::Store store_;
 };
 
 } // namespace mox::miscellaneous

@@ -28,17 +28,17 @@ access::Sizes halved(ImageModel const& input, ImageModel const&)
 }
 
 template <class T>
-DecimateBody2D<T> bodyOf(int operatorType)
+DecimateBody2D<T> bodyOf(int operatorType, filters::Store store)
 {
     switch (operatorType) {
     case DecimationOp::MIN:
-        return DecimateBody2D<T>(tag_min());
+        return DecimateBody2D<T>(tag_min(), store);
     case DecimationOp::MAX:
-        return DecimateBody2D<T>(tag_max());
+        return DecimateBody2D<T>(tag_max(), store);
     case DecimationOp::FIRST:
-        return DecimateBody2D<T>(tag_first());
+        return DecimateBody2D<T>(tag_first(), store);
     default:
-        return DecimateBody2D<T>(tag_mean());
+        return DecimateBody2D<T>(tag_mean(), store);
     }
 }
 
@@ -48,7 +48,9 @@ struct Decimate2DScalarDispatcher {
     {
         using Arch = SimdVec::arch_scalar_tag;
         using Body = DecimateBody2D<T>;
-        Body const body = bodyOf<T>(algorithm.operatorType);
+        // An input larger than the cache leaves nothing of the output in it.
+        auto const store = filters::storeFor(access::Sizes::of(*algorithm.input.get()).numOfVoxels() * sizeof(T));
+        Body const body = bodyOf<T>(algorithm.operatorType, store);
         ManyToManyImageFilter2d<TypeVector<T>, TypeVector<T>, Arch, Body> filter(&algorithm, body);
         filter.addInput(boost::make_shared<ArchView<T, Arch>>(*algorithm.input.get(),
                                                               access::ContinueBorderCondition<T>::create()));

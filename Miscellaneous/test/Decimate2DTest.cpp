@@ -3,12 +3,16 @@
 #include <gmock/gmock.h>
 
 #include <Moxelcore/Core/AlgoInfo.h>
+#include <Moxelcore/Core/access/Block3d.h>
 
 #include <algorithm>
 #include <chrono>
+#include <cstring>
 #include <limits>
+#include <random>
 #include <thread>
 
+#include "Miscellaneous/private/DecimateBody2D.h"
 #include "testing/Images.h"
 #include "testing/RecordingInteraction.h"
 #include "testing/Refusal.h"
@@ -187,6 +191,53 @@ TEST(Decimate2D, replacesTheFirstVoxelByAStrictlySmallerOrLargerOneOnly)
         EXPECT_FALSE(std::signbit(decimated<float>(window, {0.0F, -0.0F, -0.0F, -0.0F}, operatorType)[0]));
     }
     EXPECT_THAT(decimated<float>(window, {2, nan, 1, nan}, DecimationOp::MIN), ElementsAre(1));
+}
+
+/// Two rows, and one to be written beginning anywhere.
+template <class T>
+struct RowsOfOneLeaf {
+    std::vector<T> upper, lower, out;
+    std::size_t begin;
+
+    T const* rowAt(std::size_t slot, access::Position const&, unsigned int) const
+    {
+        return (slot == 0 ? upper : lower).data();
+    }
+    T const* aheadAt(access::Position const&, unsigned int) const { return nullptr; }
+    T const* ahead(int, int) const { return nullptr; }
+
+    template <class Fill>
+    void writeRow(int, int, Fill&& fill)
+    {
+        fill(out.data() + begin);
+    }
+};
+
+template <class T>
+void expectTheSameStreamed(std::mt19937& random)
+{
+    using miscellaneous::DecimateBody2D, miscellaneous::tag_mean;
+    for (unsigned int const count : {1U, 15U, 16U, 257U, 3000U}) {
+        for (std::size_t const begin : {0U, 1U, 5U, 16U}) {
+            RowsOfOneLeaf<T> cached{randomVoxels<T>(random, 2 * count), randomVoxels<T>(random, 2 * count),
+                                    std::vector<T>(begin + count + 1, T(7)), begin};
+            RowsOfOneLeaf<T> streamed = cached;
+            access::Block3d const leaf({count, 0, 1}, {1, 0, 1}, {1, 0, 1}, 0, 0);
+            DecimateBody2D<T>(tag_mean(), filters::Store::cached)(leaf, cached, cached);
+            DecimateBody2D<T>(tag_mean(), filters::Store::streamed)(leaf, streamed, streamed);
+            ASSERT_EQ(std::memcmp(streamed.out.data(), cached.out.data(), cached.out.size() * sizeof(T)), 0)
+                << count << " from " << begin;
+        }
+    }
+}
+
+TEST(Decimate2D, isTheSameStreamed)
+{
+    std::mt19937 random(7);
+    expectTheSameStreamed<unsigned char>(random);
+    expectTheSameStreamed<short>(random);
+    expectTheSameStreamed<float>(random);
+    expectTheSameStreamed<double>(random);
 }
 
 // ---- typed

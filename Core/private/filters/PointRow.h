@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <utility>
 
+#include "Core/private/filters/Store.h"
+
 namespace mox::filters {
 
 /// A point kernel without its types: makes `count` voxels of an output row of as many of each input row. The output
@@ -30,12 +32,6 @@ PointRow pointRow(Kernel const& kernel)
                 (std::index_sequence_for<In...>());
             }};
 }
-
-/// How voxels go to memory. Streamed ones pass the caches by, which pays for images that are larger than those.
-enum class Store { cached, streamed };
-
-/// What suits an output image that is none of the inputs.
-Store storeFor(std::size_t numOfBytes);
 
 /// Voxels side by side in memory.
 struct Stretch {
