@@ -138,7 +138,8 @@ public:
     RowTarget(OutputCache& cache, access::Block const& leaf, std::optional<access::SafeBox> const& box,
               Filter const* run)
         : cache_(cache)
-        , leaf_(leaf)
+        , origin_(access::detail::within(leaf, 0, 0, 0, 0, 0))
+        , width_(leaf.getNumOfColumns())
         , box_(box)
         , run_(run)
     {
@@ -150,7 +151,7 @@ public:
     {
         using ReadBack = typename OutputCache::Row::ReadBack;
         access::SafeBox const* const box = box_ ? &*box_ : nullptr;
-        auto& row = cache_.getRow(0, leaf_.getNumOfColumns(), leaf_, 0, y, z, 0, 0, ReadBack::no, box);
+        auto& row = cache_.getRow(0, width_, at(y, z), ReadBack::no, box);
         fill(row.voxels());
         cache_.flush(row, box);
     }
@@ -160,17 +161,18 @@ public:
     auto ahead(int y, int z) const
     {
         auto const& view = cache_.view();
-        return view.isContiguous() && !box_
-                   ? view.pointer(access::detail::within(leaf_, 0, y, z, 0, 0), leaf_.getNumOfColumns())
-                   : nullptr;
+        return view.isContiguous() && !box_ ? view.pointer(at(y, z), width_) : nullptr;
     }
 
     /// For kernels that spend long on one leaf.
     bool isStopped() const { return run_ != nullptr && run_->isStopped(); }
 
 private:
+    access::Position at(int y, int z) const { return {origin_.x, origin_.y + y, origin_.z + z, origin_.t, origin_.s}; }
+
     OutputCache& cache_;
-    access::Block const& leaf_;
+    access::Position origin_;
+    unsigned int width_;
     std::optional<access::SafeBox> const& box_;
     Filter const* run_;
 };
