@@ -29,79 +29,99 @@ std::vector<Chord> chordsAlong(Offset3D const& step, std::span<Offset3D const> o
     return chords;
 }
 
-/// Makes runs along a step of any stage as they are asked for.
+/// Runs up to this much shorter than the longest one are rungs of a ladder too: they cost little to make, but all rungs
+/// are made with the newest row of the image, so that shorter ones are kept for as many rows more.
+constexpr unsigned int mostShorter = 32;
+
+// A stage of its own saves one of two reads of each chord of its length. It costs a read and a write as a rung, and
+// more by itself.
+constexpr std::size_t usesThatPayForARung = 2;
+constexpr std::size_t usesThatPayForAStage = 4;
+
+/// Stages of runs along a step, each made of two runs that overlap.
 class Runs {
 public:
-    Runs(RowProgram& program, Offset3D const& step)
+    /// For chords of such lengths, with the number of each.
+    Runs(RowProgram& program, Offset3D const& step, std::map<unsigned int, std::size_t> const& lengths)
         : program_(program)
         , step_(step)
-        , powers_{0}
     {
-    }
-
-    /// Taps that together see a run from an offset on.
-    void appendTaps(std::vector<Tap>& taps, Chord const& chord)
-    {
-        unsigned int const power = floorLog2(chord.length);
-        unsigned int const rest = chord.length - (1U << power);
-        taps.push_back({runOfPower(power), chord.first});
-        if (rest > 0) {
-            taps.push_back({runOfPower(power), plus(chord.first, step_, static_cast<int>(rest))});
-        }
-    }
-
-    /// The stage of all runs of a length. One whose length is no power of two is made when it is asked for first.
-    unsigned int stageOf(unsigned int length)
-    {
-        if (std::has_single_bit(length)) {
-            return runOfPower(floorLog2(length));
-        }
-        auto const [entry, isNew] = stages_.try_emplace(length);
-        if (isNew) {
-            Stage stage;
-            appendTaps(stage.taps, {{0, 0, 0}, length});
-            entry->second = program_.append(std::move(stage));
-        }
-        return entry->second;
-    }
-
-    /// A tap that sees runs of a length side by side.
-    Tap sideBySide(Chord const& first, unsigned int count)
-    {
-        auto const [entry, isNew] = sideBySide_.try_emplace({first.length, count});
-        if (isNew) {
-            Stage stage;
-            for (unsigned int i = 0; i < count; ++i) {
-                stage.taps.push_back({stageOf(first.length), {static_cast<int>(i), 0, 0}});
+        unsigned int const longest = lengths.rbegin()->first;
+        for (auto const& [length, uses] : lengths) {
+            while (2 * longestRung(length).first < length) {
+                appendRung(2 * longestRung(length).first);
             }
-            entry->second = program_.append(std::move(stage));
+            if (uses >= usesThatPayForARung && longest - length <= mostShorter && !ladder_.contains(length)) {
+                appendRung(length);
+            }
         }
-        return {entry->second, first.first};
+        for (auto const& [length, uses] : lengths) {
+            if (uses >= usesThatPayForAStage && !ladder_.contains(length)) {
+                others_[length] = append(length);
+            }
+        }
+    }
+
+    /// For chords of more than one voxel.
+    std::optional<unsigned int> stageOf(unsigned int length) const
+    {
+        for (auto const* const stages : {&ladder_, &others_}) {
+            if (auto const found = stages->find(length); length > 1 && found != stages->end()) {
+                return found->second;
+            }
+        }
+        return std::nullopt;
+    }
+
+    /// One or two taps that together see a chord.
+    void appendTaps(std::vector<Tap>& taps, Chord const& chord) const
+    {
+        if (auto const stage = stageOf(chord.length)) {
+            taps.push_back({*stage, chord.first});
+            return;
+        }
+        auto const [length, stage] = longestRung(chord.length);
+        taps.push_back({stage, chord.first});
+        if (length < chord.length) {
+            taps.push_back({stage, plus(chord.first, step_, static_cast<int>(chord.length - length))});
+        }
+    }
+
+    /// A tap that sees equal chords side by side, whose stage is given.
+    Tap sideBySide(unsigned int stage, Offset3D const& first, unsigned int count)
+    {
+        auto const [entry, isNew] = sideBySide_.try_emplace({stage, count});
+        if (isNew) {
+            Stage run;
+            for (unsigned int i = 0; i < count; ++i) {
+                run.taps.push_back({stage, {static_cast<int>(i), 0, 0}});
+            }
+            entry->second = program_.append(std::move(run));
+        }
+        return {entry->second, first};
     }
 
 private:
-    static unsigned int floorLog2(unsigned int length) { return static_cast<unsigned int>(std::bit_width(length)) - 1; }
+    using Stages = std::map<unsigned int, unsigned int>; ///< by length
 
-    unsigned int runOfPower(unsigned int power)
+    /// No longer than that.
+    Stages::value_type longestRung(unsigned int length) const { return *std::prev(ladder_.upper_bound(length)); }
+
+    void appendRung(unsigned int length) { ladder_[length] = append(length); }
+
+    unsigned int append(unsigned int length)
     {
-        while (powers_.size() <= power) {
-            auto const half = static_cast<int>(1U << (powers_.size() - 1));
-            unsigned int const stage = powers_.back();
-            powers_.push_back(
-                program_.append({{{stage, {0, 0, 0}}, {stage, plus({0, 0, 0}, step_, half)}}, stage == 0}));
-        }
-        return powers_[power];
+        auto const [before, stage] = longestRung(length);
+        Offset3D const second = plus({0, 0, 0}, step_, static_cast<int>(length - before));
+        return program_.append({{{stage, {0, 0, 0}}, {stage, second}}, stage == 0});
     }
 
     RowProgram& program_;
     Offset3D step_;
-    std::vector<unsigned int> powers_;
-    std::map<unsigned int, unsigned int> stages_;                              ///< by length
-    std::map<std::pair<unsigned int, unsigned int>, unsigned int> sideBySide_; ///< by length and number
+    Stages ladder_{{1, 0}};
+    Stages others_;
+    std::map<std::pair<unsigned int, unsigned int>, unsigned int> sideBySide_; ///< by stage and number
 };
-
-/// A stage of its own costs two reads and a write, and saves one of the two reads of each chord of its length.
-constexpr std::size_t usesThatPayForAStage = 4;
 
 /// How many chords from the first on are alike and stand side by side.
 unsigned int numOfAlike(std::span<Chord const> chords)
@@ -122,25 +142,21 @@ RowProgram programAlong(Offset3D const& step, std::span<Offset3D const> offsets)
         ++uses[chord.length];
     }
     RowProgram program;
-    Runs runs(program, step);
+    Runs runs(program, step, uses);
     Stage result;
     if (chords.front().length > 1) {
         result.taps.push_back({0, offsets.front()});
     }
     for (std::size_t i = 0; i < chords.size();) {
-        Chord const& chord = chords[i];
         unsigned int const alike = numOfAlike(std::span(chords).subspan(i));
-        if (chord.length > 1 && isLengthOfRun(alike)) {
-            result.taps.push_back(runs.sideBySide(chord, alike));
+        auto const stage = runs.stageOf(chords[i].length);
+        if (stage && isLengthOfRun(alike)) {
+            result.taps.push_back(runs.sideBySide(*stage, chords[i].first, alike));
             i += alike;
-            continue;
-        }
-        if (uses[chord.length] >= usesThatPayForAStage) {
-            result.taps.push_back({runs.stageOf(chord.length), chord.first});
         } else {
-            runs.appendTaps(result.taps, chord);
+            runs.appendTaps(result.taps, chords[i]);
+            ++i;
         }
-        ++i;
     }
     program.append(std::move(result));
     return program;
