@@ -34,9 +34,14 @@ public:
         , plans_(static_cast<int>(leaf.getNumOfPlans()))
     {
         for (StageExtent const& extent : extents) {
-            stages_.emplace_back(extent, static_cast<int>(leaf.getNumOfColumns()), rows_, image_);
+            bool const isKnown = extent.isKnownBesideImage || stages_.empty();
+            stages_.emplace_back(extent, static_cast<int>(leaf.getNumOfColumns()), rows_, image_,
+                                 isKnown ? Rows::BesideImage::known : Rows::BesideImage::made);
         }
-        stages_.front().keepWhatIsMade();
+        if (extents.front().isKnownBesideImage) {
+            stages_.front().keepWhatIsMade();
+        }
+        copiesImage_ = stages_.front().keepsMoreThanIsMade();
         layOut();
         for (std::size_t k = 0; k < stages_.size(); ++k) {
             jobs_.push_back(jobOf(k));
@@ -92,10 +97,11 @@ private:
     /// other out of the cache.
     static constexpr std::size_t roomBehindRow = 64;
 
-    /// Gives all stages but the image and the result their rows.
+    /// Gives all stages but the result their rows. The image needs none where it is read in place.
     void layOut()
     {
-        std::span const inBetween = std::span(stages_).subspan(1, stages_.size() - 2);
+        std::size_t const first = copiesImage_ ? 0 : 1;
+        std::span const inBetween = std::span(stages_).subspan(first, program_.last() - first);
         std::vector<std::size_t> strides;
         std::size_t count = 0;
         for (Rows const& stage : inBetween) {
@@ -174,9 +180,23 @@ private:
         int const row = image.rowFor(y);
         int const plan = image.planFor(z);
         image.moveTo(row, plan);
-        std::size_t const slot = image.slot(row, plan);
-        image.setRow(slot, source_.row(slot, image.firstMade(), row, plan, image.width()));
         nextOfImage_ = source_.ahead(row + 1, plan);
+        if (!copiesImage_) {
+            std::size_t const slot = image.slot(row, plan);
+            image.setRow(slot, source_.row(slot, image.firstMade(), row, plan, image.width()));
+            return;
+        }
+        T* const out = madeRow(jobs_.front(), row, plan);
+        if (isInImage(row, plan)) {
+            std::copy_n(source_.row(0, image.firstMade(), row, plan, image.width()), image.width(), out);
+        } else {
+            std::fill_n(out, image.width(), outside);
+        }
+    }
+
+    bool isInImage(int y, int z) const
+    {
+        return y >= image_.firstRow && y < image_.endRow && z >= image_.firstPlan && z < image_.endPlan;
     }
 
     /// A row in the scratch memory.
@@ -212,7 +232,7 @@ private:
             return;
         }
         Rows const& rows = *job.rows;
-        if (y < image_.firstRow || y >= image_.endRow || z < image_.firstPlan || z >= image_.endPlan) {
+        if (!isInImage(y, z)) {
             std::fill_n(out, rows.width(), outside);
             return;
         }
@@ -228,7 +248,8 @@ private:
         std::size_t const width = job.rows->width();
         if (job.isRunInRegisters) {
             Sight const& sight = job.sights.front();
-            std::size_t const room = sight.rows == &stages_.front() ? 0 : roomBehindRow / sizeof(T);
+            bool const isInPlace = sight.rows == &stages_.front() && !copiesImage_;
+            std::size_t const room = isInPlace ? 0 : roomBehindRow / sizeof(T);
             std::span const row(sight.from(y, z), width + job.sights.size() - 1 + room);
             Reduction::run(row, job.sights.size(), out, width, ahead);
             return;
@@ -253,6 +274,7 @@ private:
     int rows_;
     int plans_;
     std::vector<Rows> stages_;
+    bool copiesImage_ = false; ///< beside which the value outside is written
     std::vector<Job> jobs_;
     std::vector<T const*> seen_;
     T const* nextOfImage_ = nullptr;

@@ -14,7 +14,10 @@ namespace mox::morphology {
 template <class T>
 class StageRows {
 public:
-    StageRows(StageExtent const& extent, int columns, int rows, filters::Bounds const& image)
+    /// Beside the image, a stage may be known and need not be made.
+    enum class BesideImage { made, known };
+
+    StageRows(StageExtent const& extent, int columns, int rows, filters::Bounds const& image, BesideImage beside)
         : least_(extent.around.least)
         , most_(extent.around.most)
         , firstMade_(least_.column)
@@ -28,7 +31,7 @@ public:
         , rowOrigin_(isInPlane_ ? 0 : -least_.row)
         , newestPlan_(least_.plan)
     {
-        if (extent.isKnownBesideImage) { // and need not be made there
+        if (beside == BesideImage::known) {
             firstMade_ = std::max(firstMade_, image.firstColumn);
             endMade_ = std::min(endMade_, image.endColumn);
         }
@@ -43,7 +46,7 @@ public:
     std::size_t widthKept() const { return static_cast<std::size_t>(endKept_ - firstKept_); }
     std::size_t numOfRows() const { return static_cast<std::size_t>(rowsKept_) * static_cast<std::size_t>(plansKept_); }
 
-    /// For rows of which no more is kept than is made.
+    bool keepsMoreThanIsMade() const { return widthKept() != width(); }
     void keepWhatIsMade()
     {
         firstKept_ = firstMade_;
