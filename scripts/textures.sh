@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
-# Texture classification on files: textures.sh RADIUS FEATURES DIRECTIONS WIDTH TEXTURE.png ...
+# Texture classification on files: textures.sh RADIUS FEATURES DIRECTIONS WIDTH BIN TEXTURE.png ...
 # Learns the left halves, classifies a mosaic of the right halves, prints the shares of right voxels, and leaves the
 # model, the labels and a picture in build/textures.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=build/release
 results=build/textures
-radius=$1 features=$2 directions=$3 width=$4
-shift 4
+radius=$1 features=$2 directions=$3 width=$4 bin=$5
+shift 5
 
 cmake --build --preset release --target moxel moxel_mosaic
 mkdir -p "$results"
@@ -16,7 +16,7 @@ rm -f "$results"/*
 
 moxel() { "$build/apps/moxel/moxel" "$@"; }
 moxel run CreateTextureClassification2D numOfClasses=$# radius="$radius" textureFeaturesGroup="$features" \
-    directionCollection="$directions" binSizeCooccurrence="$width" binSizeHistogram=4 \
+    directionCollection="$directions" binSizeCooccurrence="$width" binSizeHistogram="$bin" \
     classificationModel="$results/model.mox"
 for ((i = 1; i <= $#; ++i)); do
     moxel run TextureTraining2D input="$results/lesson$i.png" mask="$results/mask$i.png" --interpretation mask=label \
