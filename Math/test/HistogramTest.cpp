@@ -47,10 +47,12 @@ TEST(Histogram, countsIntensitiesByBin)
     EXPECT_THAT(counts(histogram), ElementsAre(2, 1, 1));
 }
 
-TEST(Histogram, putsItsMaximumIntoTheLastBin)
+TEST(Histogram, putsItsMaximumIntoTheLastBinOfItsRange)
 {
     Histogram histogram(0, 9.9, 1); // 11 bins, of which the range fills 10
     EXPECT_EQ(histogram.getNumberOfClasses(), 11U);
+    histogram.add(9.9);
+    EXPECT_THAT(counts(histogram), ElementsAre(0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0));
     Histogram narrow(0, 3.4, 1);
     narrow.add(3.4);
     EXPECT_THAT(counts(narrow), ElementsAre(0, 0, 0, 1));
@@ -129,7 +131,7 @@ TEST(Histogram, ofOneFilledBinHasNoSpread)
 {
     for (double const binSize : {0.1, 1.0, 3.7, 16.0}) {
         Histogram histogram(0, 255, binSize);
-        for (int i = 0; i < 81; ++i) {
+        for (int i = 0; i < 9; ++i) { // ninths of a sum that do not add up to it
             histogram.add(123.4);
         }
         EXPECT_EQ(histogram.getVariance(), 0.0);

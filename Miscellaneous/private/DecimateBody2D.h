@@ -125,6 +125,8 @@ public:
     void operator()(access::Block const& leaf, Source& source, Target& target) const
     {
         unsigned int const columns = leaf.getNumOfColumns();
+        bool const paysToStream =
+            store_ == filters::Store::streamed && columns * sizeof(T) >= 2 * filters::streamedAtOnce;
         access::Position p{2 * static_cast<int>(leaf.getBeginColumn()), 2 * static_cast<int>(leaf.getBeginRow()),
                            static_cast<int>(leaf.getBeginPlan()), static_cast<int>(leaf.getBeginTimeSeries()),
                            static_cast<int>(leaf.getBeginSpectralSeries())};
@@ -136,8 +138,9 @@ public:
             ++p.y;
             lines.nextUpper = source.aheadAt(p, 2 * columns);
             lines.nextLower = source.aheadAt({p.x, p.y + 1, p.z, p.t, p.s}, 2 * columns);
-            lines.nextOut = store_ == filters::Store::cached ? target.ahead(y + 1, 0) : nullptr;
-            target.writeRow(y, 0, [&](T* out) { makeRow(lines, out, columns); });
+            bool const isStreamed = paysToStream && target.ahead(y, 0) != nullptr;
+            lines.nextOut = isStreamed ? nullptr : target.ahead(y + 1, 0);
+            target.writeRow(y, 0, [&](T* out) { makeRow(lines, out, columns, isStreamed); });
         }
     }
 
@@ -151,7 +154,7 @@ private:
         T const* nextOut;
     };
 
-    void makeRow(Lines const& lines, T* out, std::size_t columns) const
+    void makeRow(Lines const& lines, T* out, std::size_t columns, bool isStreamed) const
     {
         std::size_t x = 0;
         auto const makeNext = [&](void* voxels, std::size_t count) {
@@ -166,7 +169,7 @@ private:
                 next += some;
             }
         };
-        if (store_ == filters::Store::streamed) {
+        if (isStreamed) {
             filters::makeStreamed(out, sizeof(T), columns, makeNext);
         } else {
             makeNext(out, columns);

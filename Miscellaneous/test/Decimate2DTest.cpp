@@ -204,7 +204,7 @@ struct RowsOfOneLeaf {
         return (slot == 0 ? upper : lower).data();
     }
     T const* aheadAt(access::Position const&, unsigned int) const { return nullptr; }
-    T const* ahead(int, int) const { return nullptr; }
+    T const* ahead(int, int) const { return out.data() + begin; }
 
     template <class Fill>
     void writeRow(int, int, Fill&& fill)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <numeric>
 #include <span>
@@ -71,7 +72,8 @@ public:
     }
 
     /// Doubles runs down the rows, rung by rung: each row that is made is the older one and then the one made before
-    /// it, which stays in registers. The first older row may be passed over where it is NaN.
+    /// it, which stays in registers. The first older row may be passed over where it is NaN. An older row may be the
+    /// one made before.
     template <bool passesOverNan, class T>
     MOX_SSE41 static void climb(T const* newest, std::span<Rung<T> const> rungs, std::size_t count,
                                 Ahead<T> const& ahead)
@@ -88,15 +90,16 @@ public:
         case 5:
             return climbOf<5, passesOverNan>(newest, rungs, count, ahead);
         default:
+            assert(rungs.size() == mostRungs);
             return climbOf<6, passesOverNan>(newest, rungs, count, ahead);
         }
     }
 
     static constexpr std::size_t mostRungs = 6;
 
-    /// Of the run of voxels from each one on, where any grouping gives the same: integers, or floats without NaN and
-    /// -0. Runs double within registers, so that each voxel is loaded once. Of the row, more may be readable than the
-    /// runs see; then its end needs nothing special.
+    /// Of the run of voxels from each one on, none of which is NaN. Runs double within registers, so that each voxel is
+    /// loaded once; their order is kept, so that of equal voxels the first one stays. Of the row, more may be readable
+    /// than the runs see; then its end needs nothing special.
     template <class T>
     MOX_SSE41 static void run(std::span<T const> row, std::size_t length, T* out, std::size_t count,
                               Ahead<T> const& ahead)
@@ -117,6 +120,7 @@ public:
         case 16:
             return runOf<16>(row, out, count, ahead);
         default:
+            assert(length == 32);
             return runOf<32>(row, out, count, ahead);
         }
     }
@@ -301,7 +305,7 @@ private:
         static constexpr int distance = std::min(made, length - made); // of the second half
         static constexpr int numOfPast = (distance - 1) / size + 1;
 
-        __m128i past_[numOfPast];
+        __m128i past_[numOfPast] = {};
         Doubling<T, made + distance, length> longer_;
     };
 

@@ -84,8 +84,7 @@ private:
     /// A stage as it is made row by row.
     struct Job {
         Stage const* stage;
-        bool isRung;
-        bool isRunInRegisters;
+        Form form; ///< `any` where a run must not be made in registers
         Rows* rows;
         std::ptrdiff_t firstMade; ///< in a kept row
         std::vector<Sight> sights;
@@ -130,10 +129,10 @@ private:
     Job jobOf(std::size_t k)
     {
         Rows& made = stages_[k];
-        bool const isRunInRegisters = extents_[k].form == Form::run && (mayRegroup_ || extents_[k].readsNumbers);
+        StageExtent const& extent = extents_[k];
+        bool const mayRun = mayRegroup_ || extent.readsNumbers;
         Job job{&program_.stages()[k],
-                extents_[k].form == Form::rung,
-                isRunInRegisters,
+                extent.form == Form::run && !mayRun ? Form::any : extent.form,
                 &made,
                 made.firstMade() - made.firstKept(),
                 {}};
@@ -159,9 +158,9 @@ private:
             int const plan = job.rows->planFor(z);
             job.rows->moveTo(row, plan);
             T const* const next = k == 1 ? nextOfImage_ : nullptr;
-            if (job.isRung) {
+            if (job.form == Form::rung) {
                 Job const& above = jobs_[k + 1];
-                climb(job, row, plan, next, above.isRung && above.rows->hasRowFor(y, z));
+                climb(job, row, plan, next, above.form == Form::rung && above.rows->hasRowFor(y, z));
             } else {
                 makeRow(job, row, plan, next);
             }
@@ -215,12 +214,14 @@ private:
             return;
         }
         std::span const rungs(rungs_.data(), numOfRungs_);
-        if (std::is_floating_point_v<T> && passesOverNan_) {
-            Reduction::template climb<true, T>(newest_, rungs, job.rows->width(), {nextToClimb_, nullptr});
-        } else {
-            Reduction::template climb<false, T>(newest_, rungs, job.rows->width(), {nextToClimb_, nullptr});
-        }
         numOfRungs_ = 0;
+        if constexpr (std::is_floating_point_v<T>) {
+            if (passesOverNan_) {
+                Reduction::template climb<true, T>(newest_, rungs, job.rows->width(), {nextToClimb_, nullptr});
+                return;
+            }
+        }
+        Reduction::template climb<false, T>(newest_, rungs, job.rows->width(), {nextToClimb_, nullptr});
     }
 
     void makeRow(Job const& job, int y, int z, T const* nextOfImage)
@@ -246,7 +247,7 @@ private:
     void reduce(Job const& job, int y, int z, T* out, Ahead<T> const& ahead)
     {
         std::size_t const width = job.rows->width();
-        if (job.isRunInRegisters) {
+        if (job.form == Form::run) {
             Sight const& sight = job.sights.front();
             bool const isInPlace = sight.rows == &stages_.front() && !copiesImage_;
             std::size_t const room = isInPlace ? 0 : roomBehindRow / sizeof(T);

@@ -32,8 +32,8 @@ public:
         , newestPlan_(least_.plan)
     {
         if (beside == BesideImage::known) {
-            firstMade_ = std::max(firstMade_, image.firstColumn);
-            endMade_ = std::min(endMade_, image.endColumn);
+            firstMade_ = std::clamp(image.firstColumn, firstMade_, endMade_);
+            endMade_ = std::clamp(image.endColumn, firstMade_, endMade_);
         }
     }
 

@@ -106,6 +106,7 @@ bool isRun(Stage const& stage)
 std::vector<StageExtent> extentsOf(RowProgram const& program)
 {
     std::vector<std::optional<OffsetBox>> boxes(program.stages().size());
+    boxes.front() = OffsetBox(); // what a row is made of is read before it is written, even in place
     boxes.back() = OffsetBox();
     for (std::size_t k = program.last(); k > 0; --k) {
         for (Tap const& tap : program.stages()[k].taps) {

@@ -1,5 +1,6 @@
 #include "Morphology/private/chords.h"
 
+#include <algorithm>
 #include <bit>
 #include <map>
 
@@ -33,9 +34,9 @@ std::vector<Chord> chordsAlong(Offset3D const& step, std::span<Offset3D const> o
 /// are made with the newest row of the image, so that shorter ones are kept for as many rows more.
 constexpr unsigned int mostShorter = 32;
 
-// A stage of its own saves one of two reads of each chord of its length. It costs a read and a write as a rung, and
-// more by itself.
+/// A stage of its own saves one of two reads of each chord of its length. As a rung it costs a read and a write,
 constexpr std::size_t usesThatPayForARung = 2;
+/// and two reads and a write by itself.
 constexpr std::size_t usesThatPayForAStage = 4;
 
 /// Stages of runs along a step, each made of two runs that overlap.
@@ -87,8 +88,20 @@ public:
         }
     }
 
-    /// A tap that sees equal chords side by side, whose stage is given.
-    Tap sideBySide(unsigned int stage, Offset3D const& first, unsigned int count)
+    /// Taps that see equal chords side by side, whose stage is given, in runs of a length that is made in registers.
+    void appendSideBySide(std::vector<Tap>& taps, unsigned int stage, Offset3D const& first, unsigned int count)
+    {
+        unsigned int const atOnce = count <= 8 ? count : std::bit_floor(std::min(count, 32U));
+        unsigned int const run = runAcross(stage, atOnce);
+        for (unsigned int begin = 0; begin < count; begin += atOnce) {
+            taps.push_back({run, plus(first, {1, 0, 0}, static_cast<int>(std::min(begin, count - atOnce)))});
+        }
+    }
+
+private:
+    using Stages = std::map<unsigned int, unsigned int>; ///< by length
+
+    unsigned int runAcross(unsigned int stage, unsigned int count)
     {
         auto const [entry, isNew] = sideBySide_.try_emplace({stage, count});
         if (isNew) {
@@ -98,11 +111,8 @@ public:
             }
             entry->second = program_.append(std::move(run));
         }
-        return {entry->second, first};
+        return entry->second;
     }
-
-private:
-    using Stages = std::map<unsigned int, unsigned int>; ///< by length
 
     /// No longer than that.
     Stages::value_type longestRung(unsigned int length) const { return *std::prev(ladder_.upper_bound(length)); }
@@ -150,8 +160,8 @@ RowProgram programAlong(Offset3D const& step, std::span<Offset3D const> offsets)
     for (std::size_t i = 0; i < chords.size();) {
         unsigned int const alike = numOfAlike(std::span(chords).subspan(i));
         auto const stage = runs.stageOf(chords[i].length);
-        if (stage && isLengthOfRun(alike)) {
-            result.taps.push_back(runs.sideBySide(*stage, chords[i].first, alike));
+        if (stage && isLengthOfRun(std::min(alike, 8U))) {
+            runs.appendSideBySide(result.taps, *stage, chords[i].first, alike);
             i += alike;
         } else {
             runs.appendTaps(result.taps, chords[i]);

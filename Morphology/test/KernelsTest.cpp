@@ -221,6 +221,7 @@ void expectChains(std::mt19937& random)
     }
     for (unsigned int const n : {8U, 16U, 31U}) {
         expectChain({{SquareElement(), n}}, {{squareOf9(), n}}, {200, 12, 1, 1, 1});
+        expectChain({{SquareElement(), n}}, {{squareOf9(), n}}, {17, 12, 2, 1, 1});
     }
     expectChain({{SquareElement(), 2}, {Neighborhood2D_4Tag(), 3}}, {{squareOf9(), 2}, {cross4(), 3}},
                 {40, 20, 1, 1, 1});
@@ -243,6 +244,22 @@ void expectChords(std::mt19937& random)
     for (double const angle : {0.0, 30.0, 45.0, 90.0, 135.0, 200.0, 270.0, 315.0}) {
         expectList(lineReference2D(angle, 9), {50, 20, 1, 1, 1});
     }
+    expectList({{5, 0, 0}}, {12, 5, 1, 1, 1}); // none of which holds the voxel itself
+    expectList({{-5, 2, 0}, {-5, 3, 0}}, {12, 9, 1, 1, 1});
+    expectList({{0, -3, 0}, {1, -3, 0}}, {12, 9, 1, 1, 1});
+    std::vector<Offset> unequal; // a long chord, five short ones, and many side by side
+    for (int y = -10; y < 30; ++y) {
+        unequal.push_back({0, y, 0});
+    }
+    for (int x = 2; x <= 10; x += 2) {
+        for (int y = 0; y < 5; ++y) {
+            unequal.push_back({x, y, 0});
+        }
+    }
+    for (int x = 12; x < 33; ++x) {
+        unequal.insert(unequal.end(), {{x, 0, 0}, {x, 1, 0}});
+    }
+    expectList(unequal, {60, 50, 1, 1, 1});
     for (int round = 0; round < 5; ++round) {
         expectList(someOffsets(random, 0), {50, 20, 1, 1, 1});
         expectList(someOffsets(random, 3), {20, 9, 8, 1, 1});
@@ -299,6 +316,22 @@ void expectLadders(std::mt19937& random)
     }
 }
 
+/// A program that reads its run from the image itself, beside which there is none but what the border tells.
+template <class T, class Functor>
+void expectRunOfTheImage(std::mt19937& random)
+{
+    RowProgram program;
+    Stage run;
+    std::vector<Offset> offsets;
+    for (int x = -8; x < 8; ++x) {
+        run.taps.push_back({0, {x, 0, 0}});
+        offsets.push_back({x, 0, 0});
+    }
+    program.append(run);
+    RowProgramKernel<Functor> kernel(std::move(program), {1, 1, 1});
+    expectReference<T, Functor>(std::move(kernel), {{listed(offsets), 1}}, {200, 5, 2, 1, 1}, random);
+}
+
 template <class T>
 class MorphologyKernels : public ::testing::Test {
 };
@@ -336,6 +369,7 @@ TYPED_TEST(MorphologyKernels, runListsByTheirChords)
 TYPED_TEST(MorphologyKernels, doubleRunsInRegisters)
 {
     std::mt19937 random(5);
+    expectRunOfTheImage<TypeParam, DilationFunctor>(random);
     expectRuns<TypeParam, DilationFunctor>(random);
     expectRuns<TypeParam, ErosionFunctor>(random);
 }

@@ -262,6 +262,26 @@ TEST(Chords, areRungsOfOneLadderAndRunsAcross)
     }
 }
 
+TEST(Chords, areStagesOfTheirOwnFarFromTheLongest)
+{
+    std::vector<Offset3D> offsets;
+    for (int y = 0; y < 40; ++y) {
+        offsets.push_back({0, y, 0});
+    }
+    for (int x = 2; x <= 10; x += 2) {
+        for (int y = 0; y < 5; ++y) {
+            offsets.push_back({x, y, 0});
+        }
+    }
+    RowProgram const program = chordProgram(offsets);
+    std::vector<std::size_t> lengths;
+    for (std::size_t k = 0; k < program.stages().size(); ++k) {
+        lengths.push_back(firstOnes(seenBy(program, k)).size());
+    }
+    EXPECT_THAT(lengths, ElementsAre(1, 2, 4, 8, 16, 32, 5, 65));
+    EXPECT_THAT(program.stages().back().taps, SizeIs(1 + 2 + 5)); // the raw first voxel, and two for the longest
+}
+
 TEST(RowPrograms, tellHowMuchOfAStageIsKept)
 {
     RowProgram program;

@@ -15,6 +15,7 @@ struct GreyLevels {
         , binSize(width)
         , top((maximum - minimum) / width)
         , count(maximum >= minimum ? std::ceil((maximum - minimum + 1.0) / width) : 0.0)
+        , last(count - 1)
     {
     }
 
@@ -24,7 +25,7 @@ struct GreyLevels {
     std::uint16_t operator()(double v) const
     {
         double const level = v >= maxGrey ? top : v >= minGrey ? (v - minGrey) / binSize : 0.0;
-        return static_cast<std::uint16_t>(level);
+        return static_cast<std::uint16_t>(level < last ? level : last);
     }
 
     double minGrey;
@@ -32,6 +33,7 @@ struct GreyLevels {
     double binSize;
     double top;
     double count; ///< beyond all bounds for some parameters
+    double last; ///< the greatest level: in ranges so large that the 1 added to them is lost, `top` would lie behind it
 };
 
 /// The bins of `math::Histogram`, and one more for what that ignores.

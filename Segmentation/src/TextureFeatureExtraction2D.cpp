@@ -1,7 +1,9 @@
 #include <Moxelcore/Segmentation/TextureFeatureExtraction2D.h>
 
+#include <limits>
 #include <set>
 
+#include "Core/private/Helper/raise.h"
 #include "Core/private/Rules/RuleAssertNotNull.h"
 #include "Core/private/Rules/RuleAssertType.h"
 #include "Core/private/access/RowCaches.h"
@@ -81,8 +83,12 @@ void clearUnwrittenPlanes(access::View<Out> const& view, Sizes const& input, std
 
 Sizes outputSizes(Sizes const& input, std::size_t numOfFeatures)
 {
-    auto const planes = static_cast<unsigned int>(numOfFeatures * input.timeSeries * input.spectralSeries);
-    return {input.columns, input.rows, input.plans, planes, 1};
+    uint64 const series = uint64{input.timeSeries} * input.spectralSeries;
+    constexpr uint64 most = std::numeric_limits<int>::max();
+    if (series > most / numOfFeatures) {
+        helper::raise<InvalidCall>(source, "There are too many features for the time series of an image.");
+    }
+    return {input.columns, input.rows, input.plans, static_cast<unsigned int>(numOfFeatures * series), 1};
 }
 
 template <class Out>

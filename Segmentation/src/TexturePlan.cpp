@@ -3,6 +3,7 @@
 #include <Moxelcore/Core/Exception.h>
 
 #include <limits>
+#include <stdexcept>
 #include <utility>
 
 #include "Core/private/Helper/raise.h"
@@ -27,6 +28,14 @@ void requireRadius(unsigned int radius, char const* source)
     }
 }
 
+void requireFit(DirectionPlan const& plan, char const* source)
+{
+    if (plan.window.empty()) {
+        helper::raise<InvalidCall>(source, "The <", plan.direction[0], ",", plan.direction[1],
+                                   "> direction is imcompatible with the radius.");
+    }
+}
+
 /// Sums over a window must fit into their integers.
 void requireLevels(TexturePlan const& plan, std::size_t numOfPairs, char const* source)
 {
@@ -36,17 +45,37 @@ void requireLevels(TexturePlan const& plan, std::size_t numOfPairs, char const* 
     }
 }
 
-void requireBins(TexturePlan const& plan, char const* source)
+void requireHistogram(double binSize)
 {
-    if (!(plan.bins.binSize >= std::numeric_limits<double>::min())) {
+    if (!(binSize >= std::numeric_limits<double>::min())) {
         helper::raise<InvalidCall>("Math/src/Histogram", "The histogram isn't correctly initialized.");
     }
+}
+
+void requireBins(TexturePlan const& plan, char const* source)
+{
+    requireHistogram(plan.bins.binSize);
     double const largestSum = static_cast<double>(numOfPositions(plan.disk)) * plan.bins.count;
     bool const wantsHighMoments = plan.usesTypes(HISTO_Skewness, HISTO_Peak);
     if (!(plan.bins.count <= mostBins) ||
         (wantsHighMoments && largestSum * largestSum * largestSum * largestSum >= 0x1p123)) {
         helper::raise<InvalidCall>(source, "The histogram has too many classes.");
     }
+}
+
+/// What is asked of all of a recipe, whether or not its features use it.
+void requireUsable(TextureRecipe const& recipe, char const* source)
+{
+    requireRadius(recipe.radius, source);
+    for (auto const& direction : recipe.directionCollection) {
+        requireFit({direction, pairWindow(static_cast<int>(recipe.radius), direction)}, source);
+    }
+    GreyLevels const levels(recipe.minGreyLevelCooccurrence, recipe.maxGreyLevelCooccurrence,
+                            recipe.binSizeCooccurrence);
+    if (!recipe.directionCollection.empty() && levels.empty()) {
+        throw std::runtime_error("Cooccurrence matrix used but not initialized");
+    }
+    requireHistogram(recipe.binSizeHistogram);
 }
 
 } // namespace
@@ -80,10 +109,7 @@ TexturePlan::TexturePlan(TextureRecipe const& recipe, std::vector<TextureFeature
             continue;
         }
         plan.window = pairWindow(radius, plan.direction);
-        if (plan.window.empty()) {
-            helper::raise<InvalidCall>(source, "The <", plan.direction[0], ",", plan.direction[1],
-                                       "> direction is imcompatible with the radius.");
-        }
+        requireFit(plan, source);
         mostPairs = std::max(mostPairs, numOfPositions(plan.window));
     }
     if (usesCooccurrence()) {
@@ -112,6 +138,7 @@ std::vector<TextureFeature> allFeatures(TextureRecipe const& recipe, char const*
         std::any_of(group.begin(), group.end(), [](TextureFeatureTypes type) { return type < HISTO_Mean; })) {
         refuseMissingDirections(source);
     }
+    requireUsable(recipe, source);
     return features;
 }
 

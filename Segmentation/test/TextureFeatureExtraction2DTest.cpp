@@ -167,6 +167,73 @@ TEST_F(Extraction, refusesToCountPairsWithoutLevels)
     algorithm->directionCollection = directionsOf({{1, 0}});
     algorithm->maxGreyLevelCooccurrence = -1;
     EXPECT_THAT(refusal<UnexpectedError>(), HasSubstr("Cooccurrence matrix used but not initialized"));
+    algorithm->textureFeaturesGroup = groupOf({segmentation::HISTO_Mean});
+    EXPECT_THAT(refusal<UnexpectedError>(), HasSubstr("Cooccurrence matrix used but not initialized"));
+    algorithm->directionCollection = directionsOf({});
+    EXPECT_EQ(refusal<UnexpectedError>(), "nothing thrown");
+}
+
+TEST_F(Extraction, refusesWhatOnlyOtherFeaturesWouldUse)
+{
+    auto const input = makeImage({2, 2, 1, 1, 1}, std::vector<unsigned char>(4));
+    algorithm->input = input.get();
+    algorithm->radius = 1;
+    algorithm->textureFeaturesGroup = groupOf({segmentation::HISTO_Mean});
+    algorithm->directionCollection = directionsOf({{1, 0}, {3, 0}});
+    EXPECT_THAT(refusal<InvalidCall>(), HasSubstr("The <3,0> direction is imcompatible with the radius."));
+    algorithm->textureFeaturesGroup = groupOf({segmentation::COOC_Contrast});
+    algorithm->directionCollection = directionsOf({{1, 0}});
+    algorithm->binSizeHistogram = 1e-310;
+    EXPECT_THAT(refusal<InvalidCall>(), HasSubstr("The histogram isn't correctly initialized."));
+}
+
+TEST_F(Extraction, leavesTheOutputAsItWasWhenItRefuses)
+{
+    auto const input = makeImage({4, 3, 1, 1, 1}, std::vector<unsigned char>(12));
+    auto const expectUntouched = [&](char const* message) {
+        output.allocate(MOX_FLOAT32, 2, 1, 1, 1, 1);
+        float const voxels[] = {7, 8};
+        output.writeRowAt(2, voxels, 0, 0, 0, 0, 0);
+        EXPECT_THAT(refusal<InvalidCall>(), HasSubstr(message));
+        EXPECT_EQ(Sizes::of(output), (Sizes{2, 1, 1, 1, 1})) << message;
+        EXPECT_THAT(voxelsOf<float>(output), ::testing::ElementsAre(7, 8)) << message;
+    };
+    algorithm->input = input.get();
+    algorithm->textureFeaturesGroup = groupOf({segmentation::HISTO_Mean, segmentation::HISTO_Peak, 69});
+    algorithm->directionCollection = directionsOf({{9, 9}});
+    algorithm->radius = 2;
+    expectUntouched("The enumeration value is not valid"); // before the direction, which does not fit either
+    algorithm->textureFeaturesGroup = groupOf({segmentation::COOC_Contrast, segmentation::HISTO_Mean});
+    expectUntouched("The <9,9> direction is imcompatible with the radius.");
+    algorithm->directionCollection = directionsOf({});
+    expectUntouched("The direction collection is empty.");
+    algorithm->directionCollection = directionsOf({{1, 0}});
+    algorithm->binSizeCooccurrence = 0.01;
+    expectUntouched("There are too many grey levels for a co-occurrence matrix.");
+}
+
+TEST_F(Extraction, refusesMoreFeaturesThanAnImageHasTimeSeries)
+{
+    auto const input = makeImage({1, 1, 1, 2148, 1}, std::vector<unsigned char>(2148));
+    algorithm->input = input.get();
+    algorithm->textureFeaturesGroup = groupOf(std::vector<int>(1000000, segmentation::HISTO_Mean));
+    EXPECT_THAT(refusal<InvalidCall>(), HasSubstr("There are too many features for the time series of an image."));
+}
+
+TEST_F(Extraction, hasNoLevelBehindTheLastInRangesThatSwallowOne)
+{
+    std::vector<uint64> voxels(81, std::numeric_limits<uint64>::max());
+    auto const input = makeImage({9, 9, 1, 1, 1}, voxels);
+    algorithm->input = input.get();
+    algorithm->radius = 2;
+    algorithm->textureFeaturesGroup = groupOf({segmentation::COOC_Contrast, segmentation::COOC_AngularSecondMoment});
+    algorithm->directionCollection = directionsOf({{1, 0}});
+    algorithm->maxGreyLevelCooccurrence = 0x1p64;
+    algorithm->binSizeCooccurrence = 0x1p60;
+    algorithm->run();
+    auto const features = voxelsOf<float>(output);
+    EXPECT_TRUE(std::all_of(features.begin(), features.begin() + 81, [](float v) { return v == 0; }));
+    EXPECT_TRUE(std::all_of(features.begin() + 81, features.end(), [](float v) { return v == 1; }));
 }
 
 TEST_F(Extraction, refusesAnOutputThatCannotBeResized)

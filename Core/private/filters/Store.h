@@ -1,6 +1,6 @@
 #pragma once
 
-#include <algorithm>
+#include <cassert>
 #include <cstddef>
 
 namespace mox::filters {
@@ -8,18 +8,18 @@ namespace mox::filters {
 /// How voxels go to memory. Streamed ones pass the caches by, which pays for images that are larger than those.
 enum class Store { cached, streamed };
 
-/// What suits an output image that is none of the inputs, for so many bytes.
+/// What suits an output image that is none of the inputs, in a run that makes so many bytes go through the caches.
 Store storeFor(std::size_t numOfBytes);
+
+/// Parts of a row that are made at once to be streamed; small enough to stay in the fastest cache beside the input.
+constexpr std::size_t streamedAtOnce = 1024; ///< bytes
 
 namespace detail {
 
 constexpr std::size_t streamAlignment = 16;
 
-/// Small enough to stay in the fastest cache beside the input.
-constexpr std::size_t streamedAtOnce = 1024;
-
-/// How many voxels lie before the first one that can be streamed.
-std::size_t countBeforeAligned(void const* output, std::size_t voxelSize);
+/// How many voxels lie before the first one that can be streamed; all, where none can.
+std::size_t countBeforeAligned(void const* output, std::size_t voxelSize, std::size_t count);
 
 /// `streamedAtOnce` bytes, of aligned memory.
 void stream(void* output, void const* voxels);
@@ -33,20 +33,19 @@ void endStreaming();
 template <class MakeNext>
 void makeStreamed(void* output, std::size_t voxelSize, std::size_t count, MakeNext&& makeNext)
 {
-    char* out = static_cast<char*>(output);
-    auto const make = [&](std::size_t number) {
-        makeNext(static_cast<void*>(out), number);
-        out += number * voxelSize;
-        count -= number;
-    };
-    make(std::min(count, detail::countBeforeAligned(output, voxelSize)));
-    for (std::size_t const number = detail::streamedAtOnce / voxelSize; count >= number; count -= number) {
-        alignas(detail::streamAlignment) char voxels[detail::streamedAtOnce];
-        makeNext(static_cast<void*>(voxels), number);
+    assert(detail::streamAlignment % voxelSize == 0);
+    std::size_t const atOnce = streamedAtOnce / voxelSize;
+    std::size_t const head = detail::countBeforeAligned(output, voxelSize, count);
+    makeNext(output, head);
+    char* out = static_cast<char*>(output) + head * voxelSize;
+    std::size_t rest = count - head;
+    for (; rest >= atOnce; rest -= atOnce) {
+        alignas(detail::streamAlignment) char voxels[streamedAtOnce];
+        makeNext(static_cast<void*>(voxels), atOnce);
         detail::stream(out, voxels);
-        out += detail::streamedAtOnce;
+        out += streamedAtOnce;
     }
-    make(count);
+    makeNext(static_cast<void*>(out), rest);
     detail::endStreaming();
 }
 

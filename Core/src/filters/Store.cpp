@@ -2,6 +2,7 @@
 
 #include <emmintrin.h>
 
+#include <algorithm>
 #include <cstdint>
 
 #include "Core/private/Cpu.h"
@@ -23,10 +24,11 @@ Store storeFor(std::size_t numOfBytes)
 
 namespace detail {
 
-std::size_t countBeforeAligned(void const* output, std::size_t voxelSize)
+std::size_t countBeforeAligned(void const* output, std::size_t voxelSize, std::size_t count)
 {
     std::size_t const misaligned = reinterpret_cast<std::uintptr_t>(output) % streamAlignment;
-    return (streamAlignment - misaligned) % streamAlignment / voxelSize;
+    std::size_t const before = (streamAlignment - misaligned) % streamAlignment;
+    return before % voxelSize == 0 ? std::min(before / voxelSize, count) : count;
 }
 
 void stream(void* output, void const* voxels)
