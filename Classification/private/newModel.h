@@ -14,10 +14,13 @@ namespace mox::classification {
 inline std::unique_ptr<TextureClassificationModel> newModel(char const* source)
 {
     try {
-        return std::make_unique<TextureClassificationModel>();
+        if (auto* const model = new (std::nothrow) TextureClassificationModel()) {
+            return std::unique_ptr<TextureClassificationModel>(model);
+        }
     } catch (std::bad_alloc const&) {
-        helper::raise<MemoryError>(source, "Impossible to allocate a new TextureClassificationModel.");
+        helper::raise<MemoryError>(source, "Invalid private implementation of the new TextureClassificationModel.");
     }
+    helper::raise<MemoryError>(source, "Impossible to allocate a new TextureClassificationModel.");
 }
 
 } // namespace mox::classification

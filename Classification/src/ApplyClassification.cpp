@@ -1,6 +1,9 @@
 #include <Moxelcore/Classification/ApplyClassification.h>
 
+#include <limits>
+
 #include "Classification/private/modelInUse.h"
+#include "Core/private/Helper/raise.h"
 #include "Core/private/Rules/RuleAssertInterpretation.h"
 #include "Core/private/Rules/RuleAssertNotNull.h"
 #include "Core/private/Rules/RuleSetInterpretation.h"
@@ -67,11 +70,22 @@ private:
 };
 
 template <class Out>
+void requireLabels(unsigned int numOfClasses)
+{
+    constexpr auto most = static_cast<uint64>(std::numeric_limits<Out>::max());
+    if (numOfClasses > most) {
+        helper::raise<RuntimeError>(source, "The model has ", numOfClasses, " classes. The output's voxel type ",
+                                    helper::getText(voxelTypeOf<Out>), " has no more than ", most, " labels");
+    }
+}
+
+template <class Out>
 void classify(ApplyClassification& algorithm)
 {
     auto const& model = ModelAccess::get(*algorithm.classificationModel.get());
     LDAClassifier const& classifier = classifierOf(model, source);
     TexturePlan const plan(model, usedFeatures(model), source);
+    requireLabels<Out>(model.numOfClasses);
     ImageModel& output = *algorithm.classifiedImage.get();
     filters::StableInput const input(*algorithm.input.get(), output);
     Sizes sizes = Sizes::of(input.image());

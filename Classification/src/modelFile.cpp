@@ -51,7 +51,8 @@ std::unique_ptr<ArchiveSource> openArchive(String const& path, std::string_view 
 bool isValid(TextureClassificationModelPrivate const& model)
 {
     constexpr std::size_t numOfUserQuantiles = 6;
-    if (model.userQuantileRatioHistogram.size() != numOfUserQuantiles) {
+    if (model.radius == 0 || !(model.binSizeCooccurrence > 0) || !(model.binSizeHistogram > 0) ||
+        model.userQuantileRatioHistogram.size() != numOfUserQuantiles) {
         return false;
     }
     EnumInfo const& known = getEnumInfo<segmentation::TextureFeatureTypes>();

@@ -186,6 +186,31 @@ TEST(ApplyClassification, leavesFloatingResultsAlone)
     EXPECT_THAT(voxelsOf<float>(*output), ElementsAre(42));
 }
 
+TEST(ApplyClassification, refusesTypesWithFewerLabelsThanClasses)
+{
+    auto const input = makeImage(sizes, stripes<unsigned char>(sizes));
+    auto const nothing = makeImage(sizes, std::vector<unsigned char>(sizes.numOfVoxels()));
+    nothing->setInterpretation(INTERPRETATION_LABEL);
+    auto const model = createModel({segmentation::HISTO_Mean}, 256);
+    train(*model, *input, *nothing);
+    auto const bytes = makeImage({1, 1, 1, 1, 1}, std::vector<unsigned char>{42});
+    EXPECT_THAT(refusal<RuntimeError>([&] { classify(*model, *input, *bytes); }),
+                HasSubstr("The model has 256 classes. The output's voxel type uint8 has no more than 255 labels"));
+    EXPECT_THAT(voxelsOf<unsigned char>(*bytes), ElementsAre(42));
+    auto const words = makeImage({1, 1, 1, 1, 1}, std::vector<unsigned short>{42});
+    classify(*model, *input, *words);
+    EXPECT_THAT(voxelsOf<unsigned short>(*words), Each(1)); // no class is nearer than any other
+}
+
+TEST(ApplyClassification, looksOnlyAtDirectionsThatItsFeaturesUse)
+{
+    auto const input = makeImage(sizes, stripes<unsigned char>(sizes));
+    auto const model = trainedModel({segmentation::HISTO_Mean});
+    ModelAccess::get(*model).directionCollection = directionsOf({{9, 0}});
+    auto const output = makeImage({1, 1, 1, 1, 1}, std::vector<unsigned char>{42});
+    EXPECT_NO_THROW(classify(*model, *input, *output));
+}
+
 TEST(ApplyClassification, tellsWhatIsWrong)
 {
     auto const input = makeImage(sizes, stripes<unsigned char>(sizes));

@@ -8,12 +8,14 @@
 #include <boost/archive/text_oarchive.hpp>
 #include <boost/archive/xml_iarchive.hpp>
 
+#include <cmath>
 #include <limits>
 #include <random>
 #include <sstream>
 
 #include "Classification/private/modelFile.h"
 #include "Classification/private/modelSerialization.h"
+#include "Classification/private/newModel.h"
 #include "testing/Allocations.h"
 #include "testing/ForeignLocale.h"
 #include "testing/TemporaryFolder.h"
@@ -238,7 +240,12 @@ TEST(TextureClassificationModel, tellsWhatIsWrong)
     EXPECT_THAT(refusal([&] { empty.write(path.c_str(), WRITE_MODE_TEXT, true); }),
                 HasSubstr("No classifier defined."));
     EXPECT_FALSE(std::filesystem::exists(path));
-    EXPECT_THROW(empty.getInfo(), InvalidCall);
+    try {
+        empty.getInfo();
+        ADD_FAILURE();
+    } catch (InvalidCall const& error) {
+        EXPECT_THAT(error.what().c_str(), HasSubstr("No classifier defined."));
+    }
     EXPECT_THAT(refusal([&] { empty.read(path.c_str()); }), HasSubstr("The <" + path + "> file does not exists."));
 
     model.write(path.c_str(), WRITE_MODE_BINARY, false);
@@ -297,6 +304,41 @@ TEST(TextureClassificationModel, refusesClassifiersThatDoNotFitTheRecipe)
     ModelAccess::get(model).numOfClasses = 3;
     model.write(path.c_str(), WRITE_MODE_TEXT, true);
     EXPECT_THAT(refusal([&] { copy.read(path.c_str()); }), HasSubstr("The <" + path + "> file holds no valid model."));
+}
+
+TEST(TextureClassificationModel, refusesRecipesWithoutWindowsOrClassesOfGrey)
+{
+    TemporaryFolder const folder;
+    auto const path = folder.file("model.txt");
+    auto const expectInvalid = [&](auto const& damage) {
+        auto model = makeModel(Training::finished);
+        damage(ModelAccess::get(model));
+        model.write(path.c_str(), WRITE_MODE_TEXT, true);
+        TextureClassificationModel copy;
+        EXPECT_THAT(refusal([&] { copy.read(path.c_str()); }),
+                    HasSubstr("The <" + path + "> file holds no valid model."));
+    };
+    expectInvalid([](TextureClassificationModelPrivate& content) { content.radius = 0; });
+    expectInvalid([](TextureClassificationModelPrivate& content) { content.binSizeCooccurrence = 0; });
+    expectInvalid([](TextureClassificationModelPrivate& content) { content.binSizeHistogram = -1; });
+    expectInvalid([](TextureClassificationModelPrivate& content) { content.binSizeHistogram = std::nan(""); });
+}
+
+TEST(TextureClassificationModel, tellsWhichPartOfItFoundNoMemory)
+{
+    auto const refusalAt = [](int allocation) {
+        testing::Allocations::failAt(allocation);
+        std::string text = "nothing thrown";
+        try {
+            classification::newModel("here");
+        } catch (MemoryError const& error) {
+            text = error.what().c_str();
+        }
+        testing::Allocations::stopFailing();
+        return text;
+    };
+    EXPECT_THAT(refusalAt(1), HasSubstr("Impossible to allocate a new TextureClassificationModel."));
+    EXPECT_THAT(refusalAt(2), HasSubstr("Invalid private implementation of the new TextureClassificationModel."));
 }
 
 /// Reads damaged bytes: an error, or a model that can be used.
