@@ -11,6 +11,8 @@
 #include <random>
 #include <string>
 
+#include "Classification/private/modelFile.h"
+
 namespace mox::classification {
 
 namespace {
@@ -58,16 +60,41 @@ Training randomTraining(std::mt19937& random, std::vector<std::vector<double>> c
     return training;
 }
 
+void train(LDAClassifier& classifier, Training const& training)
+{
+    for (std::size_t c = 0; c < training.size(); ++c) {
+        for (Sample const& sample : training[c]) {
+            classifier.update(sample, static_cast<int>(c));
+        }
+    }
+    classifier.finalize();
+}
+
 boost::shared_ptr<LDAClassifier> trainedOn(Training const& training, int dimension)
 {
     auto const classifier = boost::make_shared<LDAClassifier>();
     classifier->init(dimension, static_cast<int>(training.size()));
-    for (std::size_t c = 0; c < training.size(); ++c) {
-        for (Sample const& sample : training[c]) {
-            classifier->update(sample, static_cast<int>(c));
-        }
+    train(*classifier, training);
+    return classifier;
+}
+
+/// The same with a setting that only a file can change.
+boost::shared_ptr<LDAClassifier> trainedOn(Training const& training, int dimension, std::string const& setting,
+                                           std::string const& value)
+{
+    TextureClassificationModelPrivate model;
+    model.numOfClasses = static_cast<unsigned int>(training.size());
+    model.userQuantileRatioHistogram.resize(6);
+    for (int i = 0; i < dimension; ++i) {
+        model.textureFeaturesGroup.push_back(segmentation::HISTO_Mean);
     }
-    classifier->finalize();
+    model.classifier = boost::make_shared<LDAClassifier>();
+    model.classifier->init(dimension, static_cast<int>(training.size()));
+    std::string text = modelFile::compose(model, WRITE_MODE_XML);
+    std::size_t const begin = text.find("<" + setting + ">") + setting.size() + 2;
+    text.replace(begin, text.find('<', begin) - begin, value);
+    auto const classifier = modelFile::parse("model.xml", text)->classifier;
+    train(*classifier, training);
     return classifier;
 }
 
@@ -93,13 +120,15 @@ Sample restricted(Sample const& sample, std::vector<int> const& features)
 
 /// The normalised class means, and the weighted joint mean and pooled covariance, by two passes over the samples.
 struct Reference {
+    enum class Normalization { byVariance, byRange };
+
     std::vector<Sample> means;
     Sample jointMean;
     Eigen::MatrixXd covariance;
     Sample offset;
     Sample factor;
 
-    Reference(Training const& training, int dimension)
+    Reference(Training const& training, int dimension, Normalization normalization = Normalization::byVariance)
         : jointMean(Sample::Zero(dimension))
         , covariance(Eigen::MatrixXd::Zero(dimension, dimension))
     {
@@ -120,16 +149,29 @@ struct Reference {
         covariance /= total;
         offset = -jointMean;
         factor = covariance.diagonal().cwiseInverse().cwiseSqrt();
+        if (normalization == Normalization::byRange) {
+            Sample least = training[0][0];
+            Sample most = least;
+            for (auto const& samples : training) {
+                for (Sample const& sample : samples) {
+                    least = least.cwiseMin(sample);
+                    most = most.cwiseMax(sample);
+                }
+            }
+            offset = -(least + most) / 2;
+            factor = 2 * (most - least).cwiseInverse();
+        }
         for (Sample& mean : means) {
             mean = (mean + offset).cwiseProduct(factor);
         }
+        jointMean = (jointMean + offset).cwiseProduct(factor);
     }
 
     double separation(std::vector<int> const& subset) const
     {
         double sum = 0;
         for (Sample const& mean : means) {
-            sum += restricted(mean, subset).norm();
+            sum += restricted(mean - jointMean, subset).norm();
         }
         return sum;
     }
@@ -190,6 +232,40 @@ TEST(LDAClassifier, selectsAndClassifiesAsDefined)
             }
         }
     }
+}
+
+TEST(LDAClassifier, normalizesByRangeWhenAFileSaysSo)
+{
+    std::mt19937 random(8);
+    std::uniform_real_distribution<double> centre(-3, 3);
+    for (int round = 0; round < 20; ++round) {
+        int const dimension = 1 + round % 6;
+        std::vector<std::vector<double>> centres(static_cast<std::size_t>(2 + round % 3));
+        for (auto& values : centres) {
+            for (int f = 0; f < dimension; ++f) {
+                values.push_back(centre(random) + 100);
+            }
+        }
+        auto training = randomTraining(random, centres, 30);
+        training.back().resize(10); // so that the joint mean is not that of the classes
+        auto const classifier = trainedOn(training, dimension, "normalization_method", "0");
+        Reference const reference(training, dimension, Reference::Normalization::byRange);
+        auto const used = usedFeatures(*classifier);
+        ASSERT_EQ(used, reference.selection(0.05));
+        for (auto const& samples : training) {
+            for (Sample const& sample : samples) {
+                ASSERT_EQ(classifier->classify(restricted(sample, used)), reference.classify(sample, used));
+            }
+        }
+    }
+}
+
+TEST(LDAClassifier, keepsTheFirstOfConstantFeaturesNormalizedByRange)
+{
+    Training const training(2, {sampleOf({5, 4}), sampleOf({5, 4})});
+    auto const classifier = trainedOn(training, 2, "normalization_method", "0");
+    EXPECT_THAT(usedFeatures(*classifier), ElementsAre(0)) << "all scores are -1";
+    EXPECT_EQ(classifier->classify(sampleOf({5})), 0U);
 }
 
 TEST(LDAClassifier, classifiesRowsLikeSingleSamples)
@@ -265,6 +341,9 @@ TEST(LDAClassifier, acceptsAnExactGain)
     };
     auto const classifier = trainedOn({at(-1, -0.75), at(1, 0.75)}, 2);
     EXPECT_THAT(usedFeatures(*classifier), ElementsAre(0, 1));
+    EXPECT_THAT(usedFeatures(*trainedOn({at(-1, -0.75), at(1, 0.75)}, 2, "increase_ratio", "0.25")), ElementsAre(0, 1));
+    EXPECT_THAT(usedFeatures(*trainedOn({at(-1, -0.75), at(1, 0.75)}, 2, "increase_ratio", "0.2500001")),
+                ElementsAre(0));
     auto const small = trainedOn({at(-1, -0.25), at(1, 0.25)}, 2); // grows by 3.1 %
     EXPECT_THAT(usedFeatures(*small), ElementsAre(0));
 }
