@@ -211,6 +211,27 @@ TEST(ApplyClassification, looksOnlyAtDirectionsThatItsFeaturesUse)
     EXPECT_NO_THROW(classify(*model, *input, *output));
 }
 
+TEST(ApplyClassification, asksForEachOfItsProperties)
+{
+    auto const model = trainedModel();
+    auto const input = makeImage(sizes, stripes<unsigned char>(sizes));
+    memory::InMemoryImage output;
+    output.allocate(MOX_UINT8, 1, 1, 1, 1, 1);
+    auto const algorithm = ApplyClassification::New();
+    auto const expectRefusalOf = [&](char const* property) {
+        std::string const text = refusal<RuleException>([&] { algorithm->run(); });
+        EXPECT_THAT(text, HasSubstr("Parameter value cannot be null"));
+        EXPECT_THAT(text, HasSubstr(std::string("Rule error in property ") + property));
+    };
+    expectRefusalOf("input");
+    algorithm->input = input.get();
+    expectRefusalOf("classificationModel");
+    algorithm->classificationModel = model.get();
+    expectRefusalOf("classifiedImage");
+    algorithm->classifiedImage = &output;
+    EXPECT_NO_THROW(algorithm->run());
+}
+
 TEST(ApplyClassification, tellsWhatIsWrong)
 {
     auto const input = makeImage(sizes, stripes<unsigned char>(sizes));

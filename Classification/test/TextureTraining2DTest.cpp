@@ -193,6 +193,29 @@ TEST(TextureTraining2D, doesNotTrainAFinalizedModel)
     train(*model, *input, *mask);
     EXPECT_THAT(refusal<RuntimeError>([&] { train(*model, *input, *mask); }),
                 HasSubstr("Cannot update of model that has been finalized"));
+    auto const nothing = makeImage(sizes, std::vector<unsigned char>(sizes.numOfVoxels()));
+    nothing->setInterpretation(INTERPRETATION_LABEL);
+    EXPECT_NO_THROW(train(*model, *input, *nothing, false)) << "no voxel with a label is met";
+}
+
+TEST(TextureTraining2D, asksForEachOfItsProperties)
+{
+    auto const model = createModel(richGroup);
+    auto const input = makeImage(sizes, stripes<unsigned char>(sizes));
+    auto const mask = halvesMask<unsigned char>(sizes);
+    auto const algorithm = TextureTraining2D::New();
+    auto const expectRefusalOf = [&](char const* property) {
+        std::string const text = refusal<RuleException>([&] { algorithm->run(); });
+        EXPECT_THAT(text, HasSubstr("Parameter value cannot be null"));
+        EXPECT_THAT(text, HasSubstr(std::string("Rule error in property ") + property));
+    };
+    expectRefusalOf("input");
+    algorithm->input = input.get();
+    expectRefusalOf("mask");
+    algorithm->mask = mask.get();
+    expectRefusalOf("classificationModel");
+    algorithm->classificationModel = model.get();
+    EXPECT_NO_THROW(algorithm->run());
 }
 
 TEST(TextureTraining2D, reportsItsProgressAndIsNotFinalizedWhenCancelled)
