@@ -47,7 +47,9 @@ struct TexturePlan {
 };
 
 /// All features of a recipe's group. Throws `InvalidCall` for an empty group, for co-occurrence features without
-/// directions, and for what `expandFeatures` refuses.
+/// directions, and for what `expandFeatures` refuses. Whether or not a feature uses them, all directions must fit into
+/// the window and the histogram must have a width, or `InvalidCall`; and there must be grey levels where there are
+/// directions, or `std::runtime_error`.
 std::vector<TextureFeature> allFeatures(TextureRecipe const& recipe, char const* source);
 
 } // namespace mox::segmentation
