@@ -3,6 +3,7 @@
 #include <smmintrin.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <type_traits>
 
@@ -33,11 +34,30 @@ MOX_SSE41 inline void fetchToWrite(T const* row, unsigned int x)
     }
 }
 
+/// Rows to be fetched from memory meanwhile, or null.
+template <class T>
+struct Ahead {
+    T const* toRead = nullptr;
+    T const* toWrite = nullptr;
+
+    /// With a row that is in the cache anyway in place of null, so that no loop has to ask.
+    Ahead orElse(T const* row) const { return {toRead != nullptr ? toRead : row, toWrite != nullptr ? toWrite : row}; }
+
+    /// A line of the cache.
+    MOX_SSE41 void fetch(std::size_t x) const
+    {
+        __builtin_prefetch(toRead + x, 0);
+        __builtin_prefetch(toWrite + x, 1);
+    }
+};
+
 /// A register of voxels of type T.
 template <class T>
 struct Lane {
     using Register = __m128i;
     static constexpr unsigned int size = 16 / sizeof(T);
+    /// Registers to a line of the cache.
+    static constexpr std::size_t perLine = 4;
 
     MOX_SSE41 static Register load(T const* voxels)
     {

@@ -10,8 +10,10 @@
 #include <vector>
 
 #include "Core/private/filters/leafRows.h"
+#include "Morphology/private/LadderSimd.h"
 #include "Morphology/private/RowProgram.h"
 #include "Morphology/private/RowReductionSimd.h"
+#include "Morphology/private/RunSimd.h"
 #include "Morphology/private/StageRows.h"
 
 namespace mox::morphology {
@@ -217,11 +219,12 @@ private:
         numOfRungs_ = 0;
         if constexpr (std::is_floating_point_v<T>) {
             if (passesOverNan_) {
-                Reduction::template climb<true, T>(newest_, rungs, job.rows->width(), {nextToClimb_, nullptr});
+                LadderSimd<Functor>::template climb<true, T>(newest_, rungs, job.rows->width(),
+                                                             {nextToClimb_, nullptr});
                 return;
             }
         }
-        Reduction::template climb<false, T>(newest_, rungs, job.rows->width(), {nextToClimb_, nullptr});
+        LadderSimd<Functor>::template climb<false, T>(newest_, rungs, job.rows->width(), {nextToClimb_, nullptr});
     }
 
     void makeRow(Job const& job, int y, int z, T const* nextOfImage)
@@ -252,7 +255,7 @@ private:
             bool const isInPlace = sight.rows == &stages_.front() && !copiesImage_;
             std::size_t const room = isInPlace ? 0 : roomBehindRow / sizeof(T);
             std::span const row(sight.from(y, z), width + job.sights.size() - 1 + room);
-            Reduction::run(row, job.sights.size(), out, width, ahead);
+            RunSimd<Functor>::run(row, job.sights.size(), out, width, ahead);
             return;
         }
         seen_.resize(job.sights.size());
@@ -280,7 +283,7 @@ private:
     std::vector<T const*> seen_;
     T const* nextOfImage_ = nullptr;
 
-    std::array<Rung<T>, Reduction::mostRungs> rungs_ = {};
+    std::array<Rung<T>, LadderSimd<Functor>::mostRungs> rungs_ = {};
     std::size_t numOfRungs_ = 0;
     T const* newest_ = nullptr; ///< the row from which the first rung goes on
     bool passesOverNan_ = false;

@@ -281,7 +281,7 @@ void expectRuns(std::mt19937& random)
                 wanted[x] = std::accumulate(row.begin() + x + 1, row.begin() + x + length, row[x], Functor());
             }
             std::vector<T> made(count);
-            RowReductionSimd<Functor>::run(std::span<T const>(row), length, made.data(), count, {});
+            RunSimd<Functor>::run(std::span<T const>(row), length, made.data(), count, {});
             ASSERT_TRUE(sameBits(made, wanted, "run"));
         }
     }
@@ -290,10 +290,10 @@ void expectRuns(std::mt19937& random)
 template <class T, class Functor, bool passesOverNan>
 void expectLadders(std::mt19937& random)
 {
-    using Reduction = RowReductionSimd<Functor>;
+    using Ladder = LadderSimd<Functor>;
     for (int round = 0; round < 60; ++round) {
         std::size_t const count = 1 + random() % 150;
-        std::vector<std::vector<T>> older(1 + random() % Reduction::mostRungs);
+        std::vector<std::vector<T>> older(1 + random() % Ladder::mostRungs);
         std::vector<std::vector<T>> made(older.size(), std::vector<T>(count));
         std::vector<std::vector<T>> wanted(older.size(), std::vector<T>(count));
         std::vector<Rung<T>> rungs;
@@ -309,7 +309,7 @@ void expectLadders(std::mt19937& random)
             }
             last = &wanted[k];
         }
-        Reduction::template climb<passesOverNan, T>(newest.data(), rungs, count, {});
+        Ladder::template climb<passesOverNan, T>(newest.data(), rungs, count, {});
         for (std::size_t k = 0; k < older.size(); ++k) {
             ASSERT_TRUE(sameBits(made[k], wanted[k], "rung"));
         }
