@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
-#include <cstring>
 #include <numeric>
 #include <vector>
 
@@ -28,7 +28,8 @@ struct StreamedRow {
         std::iota(made.begin(), made.end(), '\1');
         std::size_t next = 0;
         makeStreamed(memory.data() + first, voxelSize, count, [&](void* voxels, std::size_t number) {
-            std::memcpy(voxels, made.data() + next, number * voxelSize);
+            std::copy_n(made.begin() + static_cast<std::ptrdiff_t>(next), number * voxelSize,
+                        static_cast<char*>(voxels));
             next += number * voxelSize;
             parts.push_back(number);
         });
