@@ -10,17 +10,23 @@
 
 namespace mox::classification {
 
-/// Throws `MemoryError`.
+/// Throws `MemoryError`, and tells whether it was the model or its content that found no memory.
 inline std::unique_ptr<TextureClassificationModel> newModel(char const* source)
 {
+    auto const release = [](void* memory) { ::operator delete(memory); };
+    std::unique_ptr<void, decltype(release)> memory(nullptr, release);
     try {
-        if (auto* const model = new (std::nothrow) TextureClassificationModel()) {
-            return std::unique_ptr<TextureClassificationModel>(model);
-        }
+        memory.reset(::operator new(sizeof(TextureClassificationModel)));
+    } catch (std::bad_alloc const&) {
+        helper::raise<MemoryError>(source, "Impossible to allocate a new TextureClassificationModel.");
+    }
+    try {
+        std::unique_ptr<TextureClassificationModel> model(new (memory.get()) TextureClassificationModel());
+        memory.release();
+        return model;
     } catch (std::bad_alloc const&) {
         helper::raise<MemoryError>(source, "Invalid private implementation of the new TextureClassificationModel.");
     }
-    helper::raise<MemoryError>(source, "Impossible to allocate a new TextureClassificationModel.");
 }
 
 } // namespace mox::classification
