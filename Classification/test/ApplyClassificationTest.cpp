@@ -218,16 +218,11 @@ TEST(ApplyClassification, asksForEachOfItsProperties)
     memory::InMemoryImage output;
     output.allocate(MOX_UINT8, 1, 1, 1, 1, 1);
     auto const algorithm = ApplyClassification::New();
-    auto const expectRefusalOf = [&](char const* property) {
-        std::string const text = refusal<RuleException>([&] { algorithm->run(); });
-        EXPECT_THAT(text, HasSubstr("Parameter value cannot be null"));
-        EXPECT_THAT(text, HasSubstr(std::string("Rule error in property ") + property));
-    };
-    expectRefusalOf("input");
+    expectNullRefused(*algorithm, "input");
     algorithm->input = input.get();
-    expectRefusalOf("classificationModel");
+    expectNullRefused(*algorithm, "classificationModel");
     algorithm->classificationModel = model.get();
-    expectRefusalOf("classifiedImage");
+    expectNullRefused(*algorithm, "classifiedImage");
     algorithm->classifiedImage = &output;
     EXPECT_NO_THROW(algorithm->run());
 }

@@ -208,6 +208,16 @@ struct Reference {
     }
 };
 
+void expectSameClasses(LDAClassifier const& classifier, Reference const& reference, Training const& training)
+{
+    auto const used = usedFeatures(classifier);
+    for (auto const& samples : training) {
+        for (Sample const& sample : samples) {
+            ASSERT_EQ(classifier.classify(restricted(sample, used)), reference.classify(sample, used));
+        }
+    }
+}
+
 TEST(LDAClassifier, selectsAndClassifiesAsDefined)
 {
     std::mt19937 random(1);
@@ -226,11 +236,7 @@ TEST(LDAClassifier, selectsAndClassifiesAsDefined)
         auto const used = usedFeatures(*classifier);
         ASSERT_EQ(used, reference.selection(0.05));
         ASSERT_EQ(classifier->getClassicationSpaceDimension(), static_cast<int>(used.size()));
-        for (auto const& samples : training) {
-            for (Sample const& sample : samples) {
-                ASSERT_EQ(classifier->classify(restricted(sample, used)), reference.classify(sample, used));
-            }
-        }
+        expectSameClasses(*classifier, reference, training);
     }
 }
 
@@ -252,11 +258,7 @@ TEST(LDAClassifier, normalizesByRangeWhenAFileSaysSo)
         Reference const reference(training, dimension, Reference::Normalization::byRange);
         auto const used = usedFeatures(*classifier);
         ASSERT_EQ(used, reference.selection(0.05));
-        for (auto const& samples : training) {
-            for (Sample const& sample : samples) {
-                ASSERT_EQ(classifier->classify(restricted(sample, used)), reference.classify(sample, used));
-            }
-        }
+        expectSameClasses(*classifier, reference, training);
     }
 }
 

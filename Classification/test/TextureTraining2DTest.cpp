@@ -204,16 +204,11 @@ TEST(TextureTraining2D, asksForEachOfItsProperties)
     auto const input = makeImage(sizes, stripes<unsigned char>(sizes));
     auto const mask = halvesMask<unsigned char>(sizes);
     auto const algorithm = TextureTraining2D::New();
-    auto const expectRefusalOf = [&](char const* property) {
-        std::string const text = refusal<RuleException>([&] { algorithm->run(); });
-        EXPECT_THAT(text, HasSubstr("Parameter value cannot be null"));
-        EXPECT_THAT(text, HasSubstr(std::string("Rule error in property ") + property));
-    };
-    expectRefusalOf("input");
+    expectNullRefused(*algorithm, "input");
     algorithm->input = input.get();
-    expectRefusalOf("mask");
+    expectNullRefused(*algorithm, "mask");
     algorithm->mask = mask.get();
-    expectRefusalOf("classificationModel");
+    expectNullRefused(*algorithm, "classificationModel");
     algorithm->classificationModel = model.get();
     EXPECT_NO_THROW(algorithm->run());
 }

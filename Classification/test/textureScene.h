@@ -4,6 +4,8 @@
 #include <Moxelcore/Classification/CreateTextureClassification2D.h>
 #include <Moxelcore/Classification/TextureTraining2D.h>
 
+#include <gmock/gmock.h>
+
 #include <memory>
 #include <random>
 #include <string>
@@ -118,6 +120,13 @@ std::string refusal(Call&& call)
         return exception.getInfo().c_str();
     }
     return "nothing thrown";
+}
+
+inline void expectNullRefused(BaseAlgorithm& algorithm, std::string const& property)
+{
+    std::string const text = refusal<RuleException>([&] { algorithm.run(); });
+    EXPECT_THAT(text, ::testing::HasSubstr("Parameter value cannot be null"));
+    EXPECT_THAT(text, ::testing::HasSubstr("Rule error in property " + property));
 }
 
 } // namespace mox::testing
