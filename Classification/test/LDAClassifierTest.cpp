@@ -6,7 +6,9 @@
 
 #include <boost/make_shared.hpp>
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <random>
 #include <string>
@@ -68,6 +70,17 @@ void train(LDAClassifier& classifier, Training const& training)
         }
     }
     classifier.finalize();
+}
+
+/// By class and feature, within 3 of a value.
+std::vector<std::vector<double>> randomCentres(std::mt19937& random, int numOfClasses, int dimension, double middle)
+{
+    std::uniform_real_distribution<double> centre(middle - 3, middle + 3);
+    std::vector<std::vector<double>> centres(static_cast<std::size_t>(numOfClasses));
+    for (auto& values : centres) {
+        std::generate_n(std::back_inserter(values), dimension, [&] { return centre(random); });
+    }
+    return centres;
 }
 
 boost::shared_ptr<LDAClassifier> trainedOn(Training const& training, int dimension)
@@ -221,16 +234,9 @@ void expectSameClasses(LDAClassifier const& classifier, Reference const& referen
 TEST(LDAClassifier, selectsAndClassifiesAsDefined)
 {
     std::mt19937 random(1);
-    std::uniform_real_distribution<double> centre(-3, 3);
     for (int round = 0; round < 30; ++round) {
         int const dimension = 1 + round % 9;
-        std::vector<std::vector<double>> centres(static_cast<std::size_t>(2 + round % 4));
-        for (auto& values : centres) {
-            for (int f = 0; f < dimension; ++f) {
-                values.push_back(centre(random));
-            }
-        }
-        auto const training = randomTraining(random, centres, 30);
+        auto const training = randomTraining(random, randomCentres(random, 2 + round % 4, dimension, 0), 30);
         auto const classifier = trainedOn(training, dimension);
         Reference const reference(training, dimension);
         auto const used = usedFeatures(*classifier);
@@ -243,16 +249,9 @@ TEST(LDAClassifier, selectsAndClassifiesAsDefined)
 TEST(LDAClassifier, normalizesByRangeWhenAFileSaysSo)
 {
     std::mt19937 random(8);
-    std::uniform_real_distribution<double> centre(-3, 3);
     for (int round = 0; round < 20; ++round) {
         int const dimension = 1 + round % 6;
-        std::vector<std::vector<double>> centres(static_cast<std::size_t>(2 + round % 3));
-        for (auto& values : centres) {
-            for (int f = 0; f < dimension; ++f) {
-                values.push_back(centre(random) + 100);
-            }
-        }
-        auto training = randomTraining(random, centres, 30);
+        auto training = randomTraining(random, randomCentres(random, 2 + round % 3, dimension, 100), 30);
         training.back().resize(10); // so that the joint mean is not that of the classes
         auto const classifier = trainedOn(training, dimension, "normalization_method", "0");
         Reference const reference(training, dimension, Reference::Normalization::byRange);
