@@ -22,7 +22,7 @@ inline std::unique_ptr<TextureClassificationModel> newModel(char const* source)
     }
     try {
         std::unique_ptr<TextureClassificationModel> model(new (memory.get()) TextureClassificationModel());
-        memory.release();
+        static_cast<void>(memory.release()); // the model owns it now
         return model;
     } catch (std::bad_alloc const&) {
         helper::raise<MemoryError>(source, "Invalid private implementation of the new TextureClassificationModel.");
