@@ -3,7 +3,10 @@
 #include <Moxelcore/Core/InMemoryImage.h>
 #include <Moxelcore/Core/VoxelTypeDispatch.h>
 
+#include <bit>
+#include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <memory>
 #include <random>
@@ -66,6 +69,17 @@ std::vector<T> voxelsOf(ImageModel const& image)
     return voxels;
 }
 
+/// A quiet one of either sign, with whatever it carries beside.
+template <class T>
+T randomNaN(std::mt19937& random)
+{
+    using Bits = std::conditional_t<sizeof(T) == 4, std::uint32_t, std::uint64_t>;
+    constexpr int digits = std::numeric_limits<T>::digits - 2; // of which none tells that it is a NaN
+    auto const bits = std::bit_cast<Bits>(std::numeric_limits<T>::quiet_NaN());
+    auto const payload = static_cast<Bits>(std::uniform_int_distribution<Bits>()(random) >> (8 * sizeof(T) - digits));
+    return std::copysign(std::bit_cast<T>(static_cast<Bits>(bits | payload)), random() % 2 == 0 ? T(1) : T(-1));
+}
+
 /// Voxels over the whole range of the type, its extremes more often than by chance; floating ones with NaN,
 /// infinities and zeros of both signs.
 template <class T>
@@ -75,7 +89,7 @@ std::vector<T> randomVoxels(std::mt19937& random, std::size_t count)
     for (T& voxel : voxels) {
         if constexpr (std::is_floating_point_v<T>) {
             using Limits = std::numeric_limits<T>;
-            T const special[] = {Limits::quiet_NaN(), Limits::infinity(), -Limits::infinity(), T(0), -T(0)};
+            T const special[] = {randomNaN<T>(random), Limits::infinity(), -Limits::infinity(), T(0), -T(0)};
             auto const choice = random() % 32;
             voxel = choice < 5 ? special[choice] : std::uniform_real_distribution<T>(-300, 300)(random);
         } else {

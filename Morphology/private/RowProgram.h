@@ -48,9 +48,10 @@ private:
 };
 
 /// Whether runs of that many voxels side by side are made in registers.
+constexpr std::size_t shortestRun = 3;
 constexpr bool isLengthOfRun(std::size_t length)
 {
-    return (length >= 3 && length <= 8) || length == 16 || length == 32;
+    return (length >= shortestRun && length <= 8) || length == 16 || length == 32;
 }
 
 /// Whether a stage is made of such a run.
@@ -60,7 +61,7 @@ bool isRun(Stage const& stage);
 enum class Form {
     any,
     run, ///< voxels side by side, of a length that is made in registers
-    rung ///< two rows of the stage before it, straight above each other, the lower one made last
+    rung ///< two rows of the stage before it at the same columns, the second one made last
 };
 
 /// Where a stage is needed for the result of one voxel, and how much of it is kept. A stage runs ahead of the result by
@@ -73,19 +74,32 @@ struct StageExtent {
     Form form = Form::any;
     /// Whether none of the voxels that it reduces is NaN.
     bool readsNumbers = false;
-    /// Whether it is, beside the image, the value outside, since what it reads there is.
-    bool isKnownBesideImage = false;
+    /// Whether it is the value outside wherever it lies beside the image, and need not be made there.
+    bool isOutsideBesideImage = false;
+    /// Whether stages that are made beside the image read it there.
+    bool isReadBesideImage = false;
 };
 
 /// In the order of the stages.
 std::vector<StageExtent> extentsOf(RowProgram const& program);
 
-/// How many voxels of the stages are kept at once in a leaf.
-std::size_t keptVoxels(std::span<StageExtent const> extents, filters::LeafShape const& leaf);
+/// Bytes behind a kept row that may be read. They also keep rows from lying a multiple of a page apart, at which they
+/// would drive each other out of the cache.
+constexpr std::size_t roomBehindRow = 64;
+
+/// From the beginning of a kept row of so many bytes to that of the next one.
+constexpr std::size_t strideOfRow(std::size_t bytes)
+{
+    return bytes / 64 * 64 + 64 + roomBehindRow;
+}
+
+/// What the kept rows of a leaf take.
+std::size_t bytesKept(std::span<StageExtent const> extents, filters::LeafShape const& leaf, std::size_t bytesOfVoxel);
 
 /// A leaf with which the kept rows of the first program stay in the caches, if it can be, and those of the others take
-/// no more than a few MiB; null where even with a small leaf some take more.
+/// no more than a few MiB; null where even with a small leaf some take more. Where the image allows it there are leaves
+/// enough for all threads.
 std::optional<filters::LeafShape> leafFor(std::span<RowProgram const> programs, access::Sizes const& sizes,
-                                          std::size_t bytesOfVoxel);
+                                          std::size_t bytesOfVoxel, unsigned int numOfThreads);
 
 } // namespace mox::morphology

@@ -36,12 +36,7 @@ public:
         , plans_(static_cast<int>(leaf.getNumOfPlans()))
     {
         for (StageExtent const& extent : extents) {
-            bool const isKnown = extent.isKnownBesideImage || stages_.empty();
-            stages_.emplace_back(extent, static_cast<int>(leaf.getNumOfColumns()), rows_, image_,
-                                 isKnown ? Rows::BesideImage::known : Rows::BesideImage::made);
-        }
-        if (extents.front().isKnownBesideImage) {
-            stages_.front().keepWhatIsMade();
+            stages_.emplace_back(extent, static_cast<int>(leaf.getNumOfColumns()), rows_, image_);
         }
         copiesImage_ = stages_.front().keepsMoreThanIsMade();
         layOut();
@@ -94,10 +89,6 @@ private:
 
     static constexpr T outside = Functor::template outside<T>;
 
-    /// Bytes that may be read, and that keep rows from lying a multiple of a page apart, at which they would drive each
-    /// other out of the cache.
-    static constexpr std::size_t roomBehindRow = 64;
-
     /// Gives all stages but the result their rows. The image needs none where it is read in place.
     void layOut()
     {
@@ -106,7 +97,7 @@ private:
         std::vector<std::size_t> strides;
         std::size_t count = 0;
         for (Rows const& stage : inBetween) {
-            strides.push_back((stage.widthKept() * sizeof(T) / 64 * 64 + 64 + roomBehindRow) / sizeof(T));
+            strides.push_back(strideOfRow(stage.widthKept() * sizeof(T)) / sizeof(T));
             count += stage.numOfRows() * strides.back();
         }
         T* next = source_.scratch(count);
@@ -152,19 +143,14 @@ private:
     {
         readImage(y, z);
         for (std::size_t k = 1; k < program_.last(); ++k) {
-            Job const& job = jobs_[k];
-            if (!job.rows->hasRowFor(y, z)) {
+            if (!stages_[k].hasRowFor(y, z)) {
                 continue;
             }
-            int const row = job.rows->rowFor(y);
-            int const plan = job.rows->planFor(z);
-            job.rows->moveTo(row, plan);
             T const* const next = k == 1 ? nextOfImage_ : nullptr;
-            if (job.form == Form::rung) {
-                Job const& above = jobs_[k + 1];
-                climb(job, row, plan, next, above.form == Form::rung && above.rows->hasRowFor(y, z));
+            if (jobs_[k].form == Form::rung) {
+                k = climb(k, y, z, next);
             } else {
-                makeRow(job, row, plan, next);
+                makeRow(jobs_[k], y, z, next);
             }
         }
         if (y >= 0 && z >= 0) {
@@ -203,48 +189,39 @@ private:
     /// A row in the scratch memory.
     static T* madeRow(Job const& job, int y, int z) { return const_cast<T*>(job.rows->row(y, z)) + job.firstMade; }
 
-    /// Rungs wait for the one above them, and are made together.
-    void climb(Job const& job, int y, int z, T const* nextOfImage, bool goesOn)
+    /// Makes a rung and those above it together, and returns the last one.
+    std::size_t climb(std::size_t first, int yOfResult, int zOfResult, T const* nextOfImage)
     {
-        if (numOfRungs_ == 0) {
-            newest_ = job.sights[1].from(y, z);
-            passesOverNan_ = job.stage->passesOverNan;
-            nextToClimb_ = nextOfImage;
+        std::array<Rung<T>, LadderSimd<Functor>::mostRungs> rungs;
+        std::size_t count = 0;
+        T const* newest = nullptr;
+        for (Job const* job = &jobs_[first];
+             count < rungs.size() && job->form == Form::rung && job->rows->hasRowFor(yOfResult, zOfResult); ++job) {
+            int const y = job->rows->rowFor(yOfResult);
+            int const z = job->rows->planFor(zOfResult);
+            job->rows->moveTo(y, z);
+            newest = count == 0 ? job->sights[1].from(y, z) : newest;
+            rungs[count++] = {job->sights[0].from(y, z), madeRow(*job, y, z)};
         }
-        rungs_[numOfRungs_++] = {job.sights[0].from(y, z), madeRow(job, y, z)};
-        if (goesOn && numOfRungs_ < rungs_.size()) {
-            return;
-        }
-        std::span const rungs(rungs_.data(), numOfRungs_);
-        numOfRungs_ = 0;
-        if constexpr (std::is_floating_point_v<T>) {
-            if (passesOverNan_) {
-                LadderSimd<Functor>::template climb<true, T>(newest_, rungs, job.rows->width(),
-                                                             {nextToClimb_, nullptr});
-                return;
-            }
-        }
-        LadderSimd<Functor>::template climb<false, T>(newest_, rungs, job.rows->width(), {nextToClimb_, nullptr});
+        bool const passesOverNan = std::is_floating_point_v<T> && jobs_[first].stage->passesOverNan;
+        auto const climbAll = passesOverNan ? LadderSimd<Functor>::template climb<std::is_floating_point_v<T>, T>
+                                            : LadderSimd<Functor>::template climb<false, T>;
+        climbAll(newest, std::span(rungs).first(count), stages_[first].width(), {nextOfImage, nullptr});
+        return first + count - 1;
     }
 
-    void makeRow(Job const& job, int y, int z, T const* nextOfImage)
+    /// A row of a stage with which row (y, z) of the result is made.
+    void makeRow(Job const& job, int yOfResult, int zOfResult, T const* nextOfImage)
     {
+        int const y = job.rows->rowFor(yOfResult);
+        int const z = job.rows->planFor(zOfResult);
+        job.rows->moveTo(y, z);
         T* const out = madeRow(job, y, z);
-        Ahead<T> const ahead{nextOfImage, out};
-        if (!job.stage->endsIteration) {
-            reduce(job, y, z, out, ahead);
+        if (job.stage->endsIteration && !isInImage(y, z)) {
+            std::fill_n(out, job.rows->width(), outside);
             return;
         }
-        Rows const& rows = *job.rows;
-        if (!isInImage(y, z)) {
-            std::fill_n(out, rows.width(), outside);
-            return;
-        }
-        reduce(job, y, z, out, ahead);
-        int const begin = std::clamp(image_.firstColumn, rows.firstMade(), rows.endMade());
-        int const end = std::clamp(image_.endColumn, begin, rows.endMade());
-        std::fill(out, out + (begin - rows.firstMade()), outside);
-        std::fill(out + (end - rows.firstMade()), out + rows.width(), outside);
+        reduce(job, y, z, out, {nextOfImage, out});
     }
 
     void reduce(Job const& job, int y, int z, T* out, Ahead<T> const& ahead)
@@ -282,12 +259,6 @@ private:
     std::vector<Job> jobs_;
     std::vector<T const*> seen_;
     T const* nextOfImage_ = nullptr;
-
-    std::array<Rung<T>, LadderSimd<Functor>::mostRungs> rungs_ = {};
-    std::size_t numOfRungs_ = 0;
-    T const* newest_ = nullptr; ///< the row from which the first rung goes on
-    bool passesOverNan_ = false;
-    T const* nextToClimb_ = nullptr;
 };
 
 } // namespace mox::morphology

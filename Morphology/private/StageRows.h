@@ -14,10 +14,7 @@ namespace mox::morphology {
 template <class T>
 class StageRows {
 public:
-    /// Beside the image, a stage may be known and need not be made.
-    enum class BesideImage { made, known };
-
-    StageRows(StageExtent const& extent, int columns, int rows, filters::Bounds const& image, BesideImage beside)
+    StageRows(StageExtent const& extent, int columns, int rows, filters::Bounds const& image)
         : least_(extent.around.least)
         , most_(extent.around.most)
         , firstMade_(least_.column)
@@ -31,9 +28,13 @@ public:
         , rowOrigin_(isInPlane_ ? 0 : -least_.row)
         , newestPlan_(least_.plan)
     {
-        if (beside == BesideImage::known) {
+        if (extent.isOutsideBesideImage) {
             firstMade_ = std::clamp(image.firstColumn, firstMade_, endMade_);
             endMade_ = std::clamp(image.endColumn, firstMade_, endMade_);
+        }
+        if (!extent.isReadBesideImage) {
+            firstKept_ = firstMade_;
+            endKept_ = endMade_;
         }
     }
 
@@ -47,11 +48,6 @@ public:
     std::size_t numOfRows() const { return static_cast<std::size_t>(rowsKept_) * static_cast<std::size_t>(plansKept_); }
 
     bool keepsMoreThanIsMade() const { return widthKept() != width(); }
-    void keepWhatIsMade()
-    {
-        firstKept_ = firstMade_;
-        endKept_ = endMade_;
-    }
 
     /// Rows run ahead of those of the result by as many as the stage is read further on.
     int rowFor(int rowOfResult) const { return rowOfResult + most_.row; }

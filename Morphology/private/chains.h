@@ -27,9 +27,9 @@ bool foldingPays(Chain const& chain, unsigned int columns);
 /// The iterations as they stand: square and cube by columns, rows and plans in the order of comparison.
 RowProgram literalProgram(Steps const& steps);
 
-/// The same element from fewer reads, whose number grows with the square root of the iterations: n squares are a run of
-/// 2n + 1 voxels across and one down, n crosses a run along each diagonal and a cross. Right where equal values are the
-/// same bits and all compare: integers, and floating voxels without NaN and -0.
+/// The same element from fewer reads. n squares are a run of 2n + 1 voxels down and one across, made by doubling; n
+/// crosses are a run along each diagonal and a cross, for which reads grow with the square root of n. Right where equal
+/// values are the same bits and all compare: integers, and floating voxels without NaN and -0.
 ///
 /// The intermediate stages need no reset outside the image: it is convex, so that what an iterated element reaches
 /// within it, it reaches by a path within it.

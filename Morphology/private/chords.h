@@ -10,11 +10,11 @@ namespace mox::morphology {
 /// or two of them that overlap (van Droogenbroeck and Talbot, 1996; Urbach and Wilkinson, 2008). The step is the one
 /// that leads to the fewest reads.
 ///
-/// Exact for floating voxels too: the order of the list is kept, and a run passes over NaN, so that a NaN stays only
-/// where it is the list's first voxel.
-RowProgram chordProgram(std::span<kernel::Offset3D const> list);
+/// Exact for voxels that may be NaN too: the order of the list is kept, and a run passes over NaN, so that a NaN stays
+/// only where it is the list's first voxel, which the result then reads by itself.
+RowProgram chordProgram(std::span<kernel::Offset3D const> list, bool mayHoldNan);
 
-/// The same for an element; null where it is no list.
-std::optional<RowProgram> chordProgramOf(Element const& element);
+/// The same for an element; null where it is no list, or one of millions of offsets.
+std::optional<RowProgram> chordProgramOf(Element const& element, bool mayHoldNan);
 
 } // namespace mox::morphology

@@ -38,11 +38,6 @@ bool isRung(Stage const& stage, std::size_t k, kernel::Offset3D const& most, ker
            most.plan + lower.plan == mostBefore.plan;
 }
 
-bool readsImage(Stage const& stage)
-{
-    return std::any_of(stage.taps.begin(), stage.taps.end(), [](Tap const& tap) { return tap.stage == 0; });
-}
-
 /// The rungs of a ladder are made as wide as what the first one reads.
 void findForms(std::span<Stage const> stages, std::vector<StageExtent>& extents)
 {
@@ -69,17 +64,20 @@ void findReadsNumbers(std::span<Stage const> stages, std::vector<StageExtent>& e
     }
 }
 
-/// The image, where one stage alone reads it, straight above and below, and the stages that read nothing else so.
-void findKnownBesideImage(std::span<Stage const> stages, std::vector<StageExtent>& extents)
+/// The image is the value outside there, so is what ends an iteration, and what reads nothing else straight above and
+/// below it.
+void findBesideImage(std::span<Stage const> stages, std::vector<StageExtent>& extents)
 {
-    extents[0].isKnownBesideImage =
-        readsStraight(stages[1]) && std::none_of(stages.begin() + 2, stages.end(), readsImage);
+    extents[0].isOutsideBesideImage = true;
     for (std::size_t k = 1; k < stages.size(); ++k) {
         auto const& taps = stages[k].taps;
-        extents[k].isKnownBesideImage =
-            readsStraight(stages[k]) && std::all_of(taps.begin(), taps.end(), [&](Tap const& tap) {
-                return extents[tap.stage].isKnownBesideImage;
-            });
+        bool const seesOutside = readsStraight(stages[k]) && std::all_of(taps.begin(), taps.end(), [&](Tap const& tap) {
+                                     return extents[tap.stage].isOutsideBesideImage;
+                                 });
+        extents[k].isOutsideBesideImage = stages[k].endsIteration || seesOutside;
+        for (Tap const& tap : taps) {
+            extents[tap.stage].isReadBesideImage |= tap.offset.column != 0 || !extents[k].isOutsideBesideImage;
+        }
     }
 }
 
@@ -126,45 +124,52 @@ std::vector<StageExtent> extentsOf(RowProgram const& program)
     }
     findForms(program.stages(), extents);
     findReadsNumbers(program.stages(), extents);
-    findKnownBesideImage(program.stages(), extents);
+    findBesideImage(program.stages(), extents);
     return extents;
 }
 
-std::size_t keptVoxels(std::span<StageExtent const> extents, filters::LeafShape const& leaf)
+std::size_t bytesKept(std::span<StageExtent const> extents, filters::LeafShape const& leaf, std::size_t bytesOfVoxel)
 {
-    std::size_t count = 0;
+    std::size_t bytes = 0;
     for (StageExtent const& extent : extents.first(extents.size() - 1)) {
         OffsetBox const& box = extent.around;
         std::size_t const columns = leaf.columns + static_cast<std::size_t>(box.most.column - box.least.column);
         std::size_t const rows = leaf.rows + static_cast<std::size_t>(heightOf(box));
-        count += columns * (extent.plansKept == 1 ? static_cast<std::size_t>(extent.rowsKept)
-                                                  : static_cast<std::size_t>(extent.plansKept) * rows);
+        std::size_t const rowsKept = extent.plansKept == 1 ? static_cast<std::size_t>(extent.rowsKept)
+                                                           : static_cast<std::size_t>(extent.plansKept) * rows;
+        bytes += rowsKept * strideOfRow(columns * bytesOfVoxel);
     }
-    return count;
+    return bytes;
 }
 
 std::optional<filters::LeafShape> leafFor(std::span<RowProgram const> programs, access::Sizes const& sizes,
-                                          std::size_t bytesOfVoxel)
+                                          std::size_t bytesOfVoxel, unsigned int numOfThreads)
 {
     std::vector<std::vector<StageExtent>> extents;
     for (RowProgram const& program : programs) {
         extents.push_back(extentsOf(program));
     }
     OffsetBox const& reach = extents.front().front().around;
-    bool const isInPlane = reach.most.plan == reach.least.plan;
+    auto const width = static_cast<unsigned int>(reach.most.column - reach.least.column);
+    auto const height = static_cast<unsigned int>(heightOf(reach));
+    auto const depth = static_cast<unsigned int>(reach.most.plan - reach.least.plan);
+    bool const isInPlane = depth == 0;
     // What is made anew around a leaf is then no more than a few parts in ten of it.
-    auto const wellAbove = [](int width) { return std::max(128U, 8 * static_cast<unsigned int>(width)); };
-    filters::LeafShape leaf{isInPlane ? 1 : wellAbove(reach.most.plan - reach.least.plan),
-                            isInPlane ? wellAbove(heightOf(reach)) : 64, std::max(sizes.columns, 1U)};
-    auto const bytesOf = [&](auto const& extentsOfOne) { return keptVoxels(extentsOfOne, leaf) * bytesOfVoxel; };
+    auto const wellAbove = [](unsigned int extent) { return std::max(128U, 8 * extent); };
+    filters::LeafShape leaf{isInPlane ? 1 : wellAbove(depth), isInPlane ? wellAbove(height) : 64,
+                            std::max(sizes.columns, 1U)};
+    auto const areFewLeaves = [&] { return sizes.rows / leaf.rows < 2 * numOfThreads; };
+    auto const bytesOf = [&](auto const& extentsOfOne) { return bytesKept(extentsOfOne, leaf, bytesOfVoxel); };
     auto const leavesCache = [&] { return bytesOf(extents.front()) > bytesThatStayInCache; };
     auto const isTooLarge = [&] {
         return std::any_of(extents.begin(), extents.end(), [&](auto const& one) { return bytesOf(one) > bytesAtMost; });
     };
-    if (!isInPlane) {
+    if (isInPlane) {
+        shrink(leaf.rows, std::max(64U, height), areFewLeaves);
+    } else {
         shrink(leaf.rows, 16, leavesCache);
     }
-    shrink(leaf.columns, isInPlane ? 1024 : 256, leavesCache);
+    shrink(leaf.columns, std::max(isInPlane ? 1024U : 256U, width), leavesCache);
     shrink(leaf.columns, 64, isTooLarge);
     shrink(leaf.rows, 8, isTooLarge);
     return isTooLarge() ? std::nullopt : std::optional(leaf);

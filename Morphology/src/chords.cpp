@@ -15,6 +15,15 @@ struct Chord {
     unsigned int length;
 };
 
+std::size_t numOfChordsAlong(Offset3D const& step, std::span<Offset3D const> offsets)
+{
+    std::size_t count = 1;
+    for (std::size_t i = 1; i < offsets.size(); ++i) {
+        count += offsets[i] == plus(offsets[i - 1], step, 1) ? 0 : 1;
+    }
+    return count;
+}
+
 std::vector<Chord> chordsAlong(Offset3D const& step, std::span<Offset3D const> offsets)
 {
     std::vector<Chord> chords;
@@ -33,6 +42,9 @@ std::vector<Chord> chordsAlong(Offset3D const& step, std::span<Offset3D const> o
 /// Runs up to this much shorter than the longest one are rungs of a ladder too: they cost little to make, but all rungs
 /// are made with the newest row of the image, so that shorter ones are kept for as many rows more.
 constexpr unsigned int mostShorter = 32;
+
+/// Of larger lists, more rows would have to be kept than a leaf may take; they are not worth the time to plan them.
+constexpr std::size_t mostOffsets = 1U << 22U;
 
 /// A stage of its own saves one of two reads of each chord of its length. As a rung it costs a read and a write,
 constexpr std::size_t usesThatPayForARung = 2;
@@ -144,7 +156,7 @@ unsigned int numOfAlike(std::span<Chord const> chords)
     return count;
 }
 
-RowProgram programAlong(Offset3D const& step, std::span<Offset3D const> offsets)
+RowProgram programAlong(Offset3D const& step, std::span<Offset3D const> offsets, bool mayHoldNan)
 {
     std::vector<Chord> const chords = chordsAlong(step, offsets);
     std::map<unsigned int, std::size_t> uses;
@@ -154,13 +166,13 @@ RowProgram programAlong(Offset3D const& step, std::span<Offset3D const> offsets)
     RowProgram program;
     Runs runs(program, step, uses);
     Stage result;
-    if (chords.front().length > 1) {
+    if (mayHoldNan && chords.front().length > 1) {
         result.taps.push_back({0, offsets.front()});
     }
     for (std::size_t i = 0; i < chords.size();) {
-        unsigned int const alike = numOfAlike(std::span(chords).subspan(i));
         auto const stage = runs.stageOf(chords[i].length);
-        if (stage && isLengthOfRun(std::min(alike, 8U))) {
+        unsigned int const alike = stage ? numOfAlike(std::span(chords).subspan(i)) : 1;
+        if (alike >= shortestRun) {
             runs.appendSideBySide(result.taps, *stage, chords[i].first, alike);
             i += alike;
         } else {
@@ -184,18 +196,18 @@ std::size_t costOf(RowProgram const& program)
 
 } // namespace
 
-RowProgram chordProgram(std::span<Offset3D const> offsets)
+RowProgram chordProgram(std::span<Offset3D const> offsets, bool mayHoldNan)
 {
-    RowProgram cheapest = programAlong({0, 0, 0}, offsets);
+    RowProgram cheapest = programAlong({0, 0, 0}, offsets, mayHoldNan);
     std::size_t leastCost = costOf(cheapest);
     for (int plan = -1; plan <= 1; ++plan) {
         for (int row = -1; row <= 1; ++row) {
             for (int column = -1; column <= 1; ++column) {
                 Offset3D const step{column, row, plan};
-                if (chordsAlong(step, offsets).size() >= leastCost) {
+                if (numOfChordsAlong(step, offsets) >= leastCost) {
                     continue;
                 }
-                RowProgram program = programAlong(step, offsets);
+                RowProgram program = programAlong(step, offsets, mayHoldNan);
                 std::size_t const cost = costOf(program);
                 if (cost < leastCost) {
                     cheapest = std::move(program);
@@ -207,17 +219,21 @@ RowProgram chordProgram(std::span<Offset3D const> offsets)
     return cheapest;
 }
 
-std::optional<RowProgram> chordProgramOf(Element const& element)
+std::optional<RowProgram> chordProgramOf(Element const& element, bool mayHoldNan)
 {
     if (auto const* const inPlane = std::get_if<Shared<OffsetList2D>>(&element)) {
+        if ((**inPlane).size() > mostOffsets) {
+            return std::nullopt;
+        }
         OffsetList3D list;
         for (kernel::Offset2D const& offset : **inPlane) {
             list.push_back(kernel::inSpace(offset));
         }
-        return chordProgram(list);
+        return chordProgram(list, mayHoldNan);
     }
     auto const* const inSpace = std::get_if<Shared<OffsetList3D>>(&element);
-    return inSpace != nullptr ? std::optional(chordProgram(**inSpace)) : std::nullopt;
+    bool const isPlanned = inSpace != nullptr && (**inSpace).size() <= mostOffsets;
+    return isPlanned ? std::optional(chordProgram(**inSpace, mayHoldNan)) : std::nullopt;
 }
 
 } // namespace mox::morphology

@@ -49,11 +49,14 @@ private:
             }
             auto const iterations = static_cast<unsigned int>(numOfIterations(chain.steps));
             std::array programs{foldedProgram(chain.steps), literalProgram(chain.steps)};
-            auto const leaf = leafFor(programs, sizes, sizeof(T));
+            auto const leaf = leafFor(programs, sizes, sizeof(T), filters::numOfThreads());
             return leaf ? make<T>(std::move(programs[0]), std::move(programs[1]), *leaf, iterations) : nullptr;
         }
-        auto program = chordProgramOf(chain.steps.front().element);
-        auto const leaf = program ? leafFor({&*program, 1}, sizes, sizeof(T)) : std::nullopt;
+        auto program = chordProgramOf(chain.steps.front().element, std::is_floating_point_v<T>);
+        if (!program) {
+            return nullptr;
+        }
+        auto const leaf = leafFor({&*program, 1}, sizes, sizeof(T), filters::numOfThreads());
         return leaf ? make<T>(std::move(*program), *leaf) : nullptr;
     }
 

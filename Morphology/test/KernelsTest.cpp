@@ -169,8 +169,10 @@ std::vector<T> voxelsFor(int round, std::size_t count, std::mt19937& random)
     if constexpr (std::is_floating_point_v<T>) {
         if (round % 2 == 1) {
             T const loser = T(random() % 2 == 0 ? -1 : 1);
-            T const values[] = {T(0), T(-0.0), loser, std::numeric_limits<T>::quiet_NaN()};
-            std::generate(voxels.begin(), voxels.end(), [&] { return values[random() % (round % 4 == 1 ? 3 : 4)]; });
+            std::generate(voxels.begin(), voxels.end(), [&] {
+                T const values[] = {T(0), T(-0.0), loser, randomNaN<T>(random)};
+                return values[random() % (round % 4 == 1 ? 3 : 4)];
+            });
         }
         if (round % 3 == 0) {
             return voxels;
@@ -179,7 +181,7 @@ std::vector<T> voxelsFor(int round, std::size_t count, std::mt19937& random)
             voxel = std::isnan(voxel) || voxel == 0 ? T(0) : voxel;
         }
         if (round % 3 == 1) {
-            voxels[random() % count] = random() % 2 == 0 ? T(-0.0) : std::numeric_limits<T>::quiet_NaN();
+            voxels[random() % count] = random() % 2 == 0 ? T(-0.0) : randomNaN<T>(random);
         }
     }
     return voxels;
@@ -233,7 +235,7 @@ template <class T, class Functor>
 void expectChords(std::mt19937& random)
 {
     auto const expectList = [&](std::vector<Offset> const& offsets, Sizes const& most) {
-        RowProgramKernel<Functor> kernel(chordProgram(inSpace(offsets)), {1, 1, 1});
+        RowProgramKernel<Functor> kernel(chordProgram(inSpace(offsets), std::is_floating_point_v<T>), {1, 1, 1});
         expectReference<T, Functor>(std::move(kernel), {{listed(offsets), 1}}, most, random);
     };
     expectList(diskReference(1), {50, 20, 1, 1, 1});

@@ -217,7 +217,7 @@ TEST(Chords, keepTheOrderOfAnyList)
             offsets[i] = goesOn ? Offset{offsets[i - 1][0] + 1, offsets[i - 1][1] - 1, offsets[i - 1][2]}
                                 : Offset{within(), within(), within()};
         }
-        RowProgram const program = chordProgram(inSpace(offsets));
+        RowProgram const program = chordProgram(inSpace(offsets), true);
         EXPECT_EQ(firstOnes(seenBy(program, program.last())), firstOnes(offsets));
         EXPECT_EQ(seenBy(program, program.last()).front(), offsets.front());
         EXPECT_LE(reads(program), offsets.size());
@@ -226,7 +226,7 @@ TEST(Chords, keepTheOrderOfAnyList)
 
 TEST(Chords, passOverNanButInTheFirstVoxel)
 {
-    RowProgram const program = chordProgram(inSpace(diskReference(4)));
+    RowProgram const program = chordProgram(inSpace(diskReference(4)), true);
     for (Stage const& stage : program.stages().subspan(1)) {
         bool const readsImage =
             std::any_of(stage.taps.begin(), stage.taps.end(), [](Tap const& tap) { return tap.stage == 0; });
@@ -237,21 +237,53 @@ TEST(Chords, passOverNanButInTheFirstVoxel)
     EXPECT_EQ(program.stages().back().taps.front().stage, 0U);
 }
 
+TEST(Chords, readTheFirstVoxelByItselfOnlyWhereItMayBeNan)
+{
+    auto const line = inSpace(lineReference2D(0, 21));
+    EXPECT_EQ(reads(chordProgram(line, false)) + 1, reads(chordProgram(line, true)));
+    RowProgram const program = chordProgram(line, false);
+    EXPECT_EQ(firstOnes(seenBy(program, program.last())), firstOnes(lineReference2D(0, 21)));
+}
+
+TEST(Chords, arePlannedInTimeThatGrowsWithTheList)
+{
+    std::vector<Offset3D> line; // minutes where each step were tried for each pair of voxels
+    for (int x = 0; x < 1000000; ++x) {
+        line.push_back({x, 0, 0});
+    }
+    EXPECT_EQ(reads(chordProgram(line, false)), 2U * 20);
+}
+
+TEST(Chords, areNotPlannedForListsOfWhichTooMuchWouldBeKept)
+{
+    auto const square = [](int size) {
+        OffsetList2D list;
+        for (int y = 0; y < size; ++y) {
+            for (int x = 0; x < size; ++x) {
+                list.push_back({x, y});
+            }
+        }
+        return Element(Shared(std::move(list)));
+    };
+    EXPECT_TRUE(chordProgramOf(square(1000), false).has_value());
+    EXPECT_FALSE(chordProgramOf(square(2049), false).has_value());
+}
+
 TEST(Chords, readAFewRowsOfALargeElement)
 {
-    EXPECT_LE(reads(chordProgram(inSpace(diskReference(10)))), 34U);       // of 317
-    EXPECT_LE(reads(chordProgram(inSpace(diskReference(25)))), 84U);       // of 1961
-    EXPECT_LE(reads(chordProgram(inSpace(ballReference(5)))), 120U);       // of 515
-    EXPECT_LE(reads(chordProgram(inSpace(lineReference2D(45, 21)))), 11U); // of 21, as all lines here
-    EXPECT_LE(reads(chordProgram(inSpace(lineReference2D(0, 21)))), 11U);
-    EXPECT_LE(reads(chordProgram(inSpace(lineReference2D(90, 21)))), 11U);
-    EXPECT_LE(reads(chordProgram(inSpace(lineReference2D(30, 21)))), 15U);
-    EXPECT_EQ(reads(chordProgram(inSpace({{0, 0, 0}}))), 1U);
+    EXPECT_LE(reads(chordProgram(inSpace(diskReference(10)), true)), 34U);       // of 317
+    EXPECT_LE(reads(chordProgram(inSpace(diskReference(25)), true)), 84U);       // of 1961
+    EXPECT_LE(reads(chordProgram(inSpace(ballReference(5)), true)), 120U);       // of 515
+    EXPECT_LE(reads(chordProgram(inSpace(lineReference2D(45, 21)), true)), 11U); // of 21, as all lines here
+    EXPECT_LE(reads(chordProgram(inSpace(lineReference2D(0, 21)), true)), 11U);
+    EXPECT_LE(reads(chordProgram(inSpace(lineReference2D(90, 21)), true)), 11U);
+    EXPECT_LE(reads(chordProgram(inSpace(lineReference2D(30, 21)), true)), 15U);
+    EXPECT_EQ(reads(chordProgram(inSpace({{0, 0, 0}}), true)), 1U);
 }
 
 TEST(Chords, areRungsOfOneLadderAndRunsAcross)
 {
-    auto const extents = extentsOf(chordProgram(inSpace(diskReference(10))));
+    auto const extents = extentsOf(chordProgram(inSpace(diskReference(10)), true));
     auto const count = [&](Form form) {
         return std::count_if(extents.begin(), extents.end(), [&](StageExtent const& e) { return e.form == form; });
     };
@@ -273,7 +305,7 @@ TEST(Chords, areStagesOfTheirOwnFarFromTheLongest)
             offsets.push_back({x, y, 0});
         }
     }
-    RowProgram const program = chordProgram(offsets);
+    RowProgram const program = chordProgram(offsets, true);
     std::vector<std::size_t> lengths;
     for (std::size_t k = 0; k < program.stages().size(); ++k) {
         lengths.push_back(firstOnes(seenBy(program, k)).size());
@@ -296,7 +328,7 @@ TEST(RowPrograms, tellHowMuchOfAStageIsKept)
     EXPECT_EQ(extents[1].around.least, (Offset3D{-3, 0, 0}));
     EXPECT_EQ(extents[1].around.most, (Offset3D{1, 0, 0}));
     EXPECT_EQ(extents[1].rowsKept, 1);
-    EXPECT_EQ(keptVoxels(extents, {1, 50, 100}), 104U * 4 + 104U);
+    EXPECT_EQ(bytesKept(extents, {1, 50, 100}, 2), 5U * (208U / 64 * 64 + 128));
 }
 
 TEST(RowPrograms, knowWhatFormAStageHas)
@@ -341,23 +373,41 @@ TEST(RowPrograms, makeTheRungsOfALadderOfOneWidth)
     EXPECT_EQ(extents[2].around.most.column, 1);
 }
 
-TEST(RowPrograms, knowStagesBesideTheImageWhereTheyComeStraightFromIt)
+TEST(RowPrograms, knowStagesThatAreTheValueOutsideBesideTheImage)
 {
-    auto const known = [](RowProgram const& program) {
+    auto const areOutside = [](RowProgram const& program) {
         std::vector<bool> stages;
         for (StageExtent const& extent : extentsOf(program)) {
-            stages.push_back(extent.isKnownBesideImage);
+            stages.push_back(extent.isOutsideBesideImage);
         }
         return stages;
     };
-    // Down, across, down.
-    EXPECT_THAT(known(literalProgram({{SquareElement(), 1}})), ElementsAre(true, true, false));
-    EXPECT_THAT(known(literalProgram({{SquareElement(), 2}})), ElementsAre(true, true, false, false, false));
-    EXPECT_THAT(known(literalProgram({{Neighborhood2D_4Tag(), 1}})), ElementsAre(false, false));
-    RowProgram twice;
-    twice.append({{{0, {0, 0, 0}}, {0, {0, 1, 0}}}});
-    twice.append({{{1, {1, 0, 0}}, {0, {0, 0, 0}}}});
-    EXPECT_THAT(known(twice), ElementsAre(false, false, false));
+    RowProgram program;
+    program.append({{{0, {0, 0, 0}}, {0, {0, 1, 0}}}});               // straight from the image
+    program.append({{{1, {1, 0, 0}}, {0, {0, 0, 0}}}});               // sees the image when it is beside it
+    program.append({{{2, {0, -1, 0}}, {2, {0, 0, 0}}}});              // and so does this
+    program.append({{{3, {-1, 0, 0}}, {3, {0, 0, 0}}}, false, true}); // ends an iteration
+    program.append({{{1, {0, 1, 0}}, {4, {0, 0, 0}}}});               // straight from such stages
+    program.append({{{5, {0, 0, 0}}, {3, {0, 0, 0}}}});               // but not alone
+    EXPECT_THAT(areOutside(program), ElementsAre(true, true, false, false, true, true, false));
+}
+
+TEST(RowPrograms, knowWhichStagesAreReadBesideTheImage)
+{
+    auto const areRead = [](RowProgram const& program) {
+        std::vector<bool> stages;
+        for (StageExtent const& extent : extentsOf(program)) {
+            stages.push_back(extent.isReadBesideImage);
+        }
+        return stages;
+    };
+    EXPECT_THAT(areRead(literalProgram({{SquareElement(), 1}})), ElementsAre(false, true, false));
+    EXPECT_THAT(areRead(literalProgram({{Neighborhood2D_4Tag(), 1}})), ElementsAre(true, false));
+    RowProgram straightToo;
+    straightToo.append({{{0, {0, 0, 0}}, {0, {0, 1, 0}}}});
+    straightToo.append({{{1, {1, 0, 0}}, {0, {0, 0, 0}}}}); // is made beside the image, and reads there straight below
+    straightToo.append({{{2, {1, 0, 0}}, {2, {2, 0, 0}}}});
+    EXPECT_THAT(areRead(straightToo), ElementsAre(true, true, true, false));
 }
 
 TEST(RowPrograms, knowStagesThatReadNoNan)
@@ -381,7 +431,7 @@ TEST(RowPrograms, keepWholePlansOfALeafWhereTheyLookIntoOthers)
     program.append({{{0, {0, 0, -1}}, {0, {0, 0, 0}}, {0, {0, 2, 1}}}});
     auto const extents = extentsOf(program);
     EXPECT_EQ(extents[0].plansKept, 3);
-    EXPECT_EQ(keptVoxels(extents, {10, 50, 100}), 3U * 52 * 100);
+    EXPECT_EQ(bytesKept(extents, {10, 50, 100}, 1), 3U * 52 * (64 + 128));
 }
 
 TEST(RowPrograms, takeFewMebibytesWhateverTheImage)
@@ -391,22 +441,50 @@ TEST(RowPrograms, takeFewMebibytesWhateverTheImage)
     std::vector<RowProgram> const squares{foldedProgram({{SquareElement(), 31}}),
                                           literalProgram({{SquareElement(), 31}})};
     std::vector<RowProgram> const cubes{foldedProgram({{CubeElement(), 12}}), literalProgram({{CubeElement(), 12}})};
-    std::vector<RowProgram> const disk{chordProgram(inSpace(diskReference(100)))};
-    std::vector<RowProgram> const ball{chordProgram(inSpace(ballReference(12)))};
+    std::vector<RowProgram> const disk{chordProgram(inSpace(diskReference(100)), true)};
+    std::vector<RowProgram> const ball{chordProgram(inSpace(ballReference(12)), true)};
     for (auto const& programs : {squares, cubes, disk, ball}) {
         for (access::Sizes const& sizes : {large, wide, access::Sizes{1, 1, 1, 1, 1}}) {
-            auto const leaf = leafFor(programs, sizes, sizeof(double));
+            auto const leaf = leafFor(programs, sizes, sizeof(double), 2);
             ASSERT_TRUE(leaf.has_value());
             for (RowProgram const& program : programs) {
-                EXPECT_LT(keptVoxels(extentsOf(program), *leaf) * sizeof(double), most);
+                EXPECT_LT(bytesKept(extentsOf(program), *leaf, sizeof(double)), most);
             }
         }
     }
+    access::Sizes const narrow{16, 1000000, 1, 1, 1};
+    std::vector<Offset3D> line;
+    for (int y = 0; y < 100000; ++y) {
+        line.push_back({0, y, 0});
+    }
+    EXPECT_FALSE(leafFor(std::vector{chordProgram(line, false)}, narrow, 1, 2).has_value());
     std::vector<Offset3D> tall;
     for (int y = -100000; y <= 100000; ++y) {
         tall.push_back({y % 2, y, 0});
     }
-    EXPECT_FALSE(leafFor(std::vector{chordProgram(tall)}, large, 1).has_value());
+    EXPECT_FALSE(leafFor(std::vector{chordProgram(tall, true)}, large, 1, 2).has_value());
+}
+
+TEST(RowPrograms, leaveALeafForEachThread)
+{
+    std::vector<RowProgram> const disk{chordProgram(inSpace(diskReference(32)), false)};
+    auto const rowsFor = [&](unsigned int rows, unsigned int threads) {
+        return leafFor(disk, {512, rows, 1, 1, 1}, 1, threads)->rows;
+    };
+    EXPECT_EQ(rowsFor(512, 1), 256U);
+    EXPECT_EQ(rowsFor(512, 2), 128U);
+    EXPECT_EQ(rowsFor(512, 64), 64U); // as high as the element
+    EXPECT_EQ(rowsFor(100000, 2), 512U);
+}
+
+TEST(RowPrograms, makeLeavesNoNarrowerThanTheElement)
+{
+    std::vector<Offset3D> line;
+    for (int x = 0; x < 10000; ++x) {
+        line.push_back({x, 0, 0});
+    }
+    access::Sizes const wide{200000, 50, 1, 1, 1};
+    EXPECT_GE(leafFor(std::vector{chordProgram(line, true)}, wide, 4, 2)->columns, 9999U);
 }
 
 } // namespace

@@ -21,6 +21,9 @@ struct Reach {
     bool operator==(Reach const&) const = default;
 };
 
+/// Threads on which a parallel loop of the calling thread may run.
+unsigned int numOfThreads();
+
 /// Upper bounds for the sizes of the leaves of a parallel loop; in 2D a leaf has one plan.
 struct LeafShape {
     unsigned int plans = 1;

@@ -5,6 +5,7 @@
 
 #include <tbb/parallel_for.h>
 #include <tbb/parallel_reduce.h>
+#include <tbb/task_arena.h>
 #include <tbb/task_group.h>
 
 #include <algorithm>
@@ -14,6 +15,11 @@ namespace mox::filters {
 
 using access::Block2d;
 using access::Block3d;
+
+unsigned int numOfThreads()
+{
+    return static_cast<unsigned int>(tbb::this_task_arena::max_concurrency());
+}
 
 struct Filter::Context {
     tbb::task_group_context group;
