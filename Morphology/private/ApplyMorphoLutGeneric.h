@@ -85,14 +85,17 @@ struct LutPass {
     }
 };
 
-/// One pass of a look-up table. The target's rows must be the memory of an image that holds voxels already.
+/// One pass of a look-up table. The target's rows must be the memory of an image, which but for the first pass into it
+/// holds voxels already.
 template <class T, class Codes>
 class ApplyMorphoLutGeneric {
 public:
     using Value = LutPass;
 
-    explicit ApplyMorphoLutGeneric(Codes const& codes)
+    /// The first image that is made in a place has none before it to be compared with.
+    ApplyMorphoLutGeneric(Codes const& codes, bool isFirst)
         : codes_(codes)
+        , isFirst_(isFirst)
     {
     }
 
@@ -131,7 +134,10 @@ private:
             for (std::size_t i = 0; i < count; ++i) {
                 codes[i] = codes_[static_cast<Index>(bits[i] | bits[i + 1] << 1U | bits[i + 2] << 2U)];
             }
-            act(codes, lines[lines.size() / 2].voxels + x, count, out + x, pass);
+            std::array<T, chunk> made;
+            pass.changed |= act(codes, lines[lines.size() / 2].voxels + x, count, made);
+            pass.differsFromBefore |= isFirst_ || differ(made, out + x, count);
+            std::copy_n(made.begin(), count, out + x);
         }
     }
 
@@ -149,24 +155,30 @@ private:
             static_cast<Index>(bits[count + 1] | bitOf(x + count == columns ? line.right : voxels[count]));
     }
 
-    static void act(std::array<unsigned char, chunk> const& codes, T const* in, std::size_t count, T* out,
-                    LutPass& pass)
+    /// Whether any voxel is another one than before.
+    static bool act(std::array<unsigned char, chunk> const& codes, T const* in, std::size_t count,
+                    std::array<T, chunk>& made)
     {
         unsigned char changed = 0;
+        for (std::size_t i = 0; i < count; ++i) {
+            made[i] = codes[i] == keepVoxel ? in[i] : static_cast<T>(codes[i]);
+            changed |= static_cast<unsigned char>((codes[i] != keepVoxel) & (made[i] != in[i]));
+        }
+        return changed != 0;
+    }
+
+    static bool differ(std::array<T, chunk> const& made, T const* before, std::size_t count)
+    {
         unsigned char differs = 0;
         for (std::size_t i = 0; i < count; ++i) {
-            T const made = codes[i] == keepVoxel ? in[i] : static_cast<T>(codes[i]);
-            T const before = out[i];
-            changed |= static_cast<unsigned char>((codes[i] != keepVoxel) & (made != in[i]));
-            bool const areNaN = made != made && before != before; // NOLINT(misc-redundant-expression)
-            differs |= static_cast<unsigned char>((made != before) & !areNaN);
-            out[i] = made;
+            bool const areNaN = made[i] != made[i] && before[i] != before[i]; // NOLINT(misc-redundant-expression)
+            differs |= static_cast<unsigned char>((made[i] != before[i]) & !areNaN);
         }
-        pass.changed = pass.changed || changed != 0;
-        pass.differsFromBefore = pass.differsFromBefore || differs != 0;
+        return differs != 0;
     }
 
     Codes const& codes_;
+    bool isFirst_;
 };
 
 } // namespace mox::morphology

@@ -37,11 +37,11 @@ public:
 };
 
 /// Repeats passes between two images until one changes nothing, see `ApplyMorphologicalLut2D`.
-template <class T, class Codes, class Dimensions>
+template <class T, class Codes, template <class, class, class, class> class FilterWithReduction>
 class LutPasses {
 public:
     LutPasses(BaseAlgorithm& algorithm, Codes const& codes, access::Sizes const& sizes)
-        : kernel_(codes)
+        : codes_(codes)
         , sizes_(sizes)
         , passes_(&algorithm, 2 * sizes.numOfVoxels())
     {
@@ -52,7 +52,7 @@ public:
 
     void run(ImageModel const& input, ImageModel& output)
     {
-        access::copyVoxels(input, images_[current_]);
+        access::copyVoxels(input, images_[current_], [this] { return passes_.isStopped(); });
         repeat();
         if (!passes_.isStopped()) {
             access::copyVoxels(images_[current_], output);
@@ -65,41 +65,46 @@ private:
     {
         for (uint64 i = 0; i < sizes_.numOfVoxels() && !passes_.isStopped(); ++i) {
             passes_.setMaxProgress((i + 2) * sizes_.numOfVoxels()); // with this pass and the copy at the end
-            LutPass const pass = runPass(images_[current_], images_[1 - current_]);
-            bool const goesToAndFro = i > 0 && !pass.differsFromBefore;
-            if (!pass.changed || goesToAndFro) {
+            LutPass const pass = runPass(images_[current_], images_[1 - current_], i == 0);
+            bool const goesToAndFro = pass.changed && !pass.differsFromBefore;
+            if (goesToAndFro) {
                 return;
             }
             current_ = 1 - current_;
+            if (!pass.changed) {
+                return;
+            }
         }
     }
 
-    LutPass runPass(ImageModel const& from, ImageModel& to)
+    LutPass runPass(ImageModel const& from, ImageModel& to, bool isFirst)
     {
         using Arch = SimdVec::arch_scalar_tag;
         using Kernel = ApplyMorphoLutGeneric<T, Codes>;
-        ManyToManyImageFilter<TypeVector<T>, TypeVector<T>, Arch, Kernel, Dimensions> filter(passes_, kernel_);
+        Kernel const kernel(codes_, isFirst);
+        FilterWithReduction<T, T, Arch, Kernel> filter(passes_, kernel);
         filter.addInput(fixedView<T, Arch>(from));
         filter.addOutput(fixedView<T, Arch>(to));
         filter.setRegion(sizes_);
         return filter.run();
     }
 
-    ApplyMorphoLutGeneric<T, Codes> kernel_;
+    Codes const& codes_;
     access::Sizes sizes_;
     std::array<memory::InMemoryImage, 2> images_;
     std::size_t current_ = 0; ///< the image that the last pass has made
     filters::PassSequence passes_;
 };
 
-template <class Codes, class Dimensions>
+template <class Codes, template <class, class, class, class> class FilterWithReduction>
 struct ApplyMorphologicalLutScalarDispatcher {
     template <class T, class Algorithm>
     static void run(Algorithm& algorithm)
     {
         Codes const codes(*algorithm.morphologicalLut.get(), algorithm.matchingFlag, algorithm.noMatchingFlag);
         ImageModel const& input = *algorithm.input.get();
-        LutPasses<T, Codes, Dimensions>(algorithm, codes, access::Sizes::of(input)).run(input, *algorithm.output.get());
+        LutPasses<T, Codes, FilterWithReduction>(algorithm, codes, access::Sizes::of(input))
+            .run(input, *algorithm.output.get());
     }
 };
 

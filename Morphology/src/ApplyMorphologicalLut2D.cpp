@@ -7,7 +7,8 @@ namespace mox::morphology {
 namespace {
 
 using ScalarApplyMorphologicalLut2DRunner =
-    ScalarOneTypeRunner<ApplyMorphologicalLut2D, ApplyMorphologicalLutScalarDispatcher<LutCodes2D, Filter2dTag>,
+    ScalarOneTypeRunner<ApplyMorphologicalLut2D,
+                        ApplyMorphologicalLutScalarDispatcher<LutCodes2D, ImageToImageFilter2dWithReduction>,
                         RealVoxels>;
 Registration<ApplyMorphologicalLut2D, ScalarApplyMorphologicalLut2DRunner> const registration;
 

@@ -7,7 +7,8 @@ namespace mox::morphology {
 namespace {
 
 using ScalarApplyMorphologicalLut3DRunner =
-    ScalarOneTypeRunner<ApplyMorphologicalLut3D, ApplyMorphologicalLutScalarDispatcher<LutCodes3D, Filter3dTag>,
+    ScalarOneTypeRunner<ApplyMorphologicalLut3D,
+                        ApplyMorphologicalLutScalarDispatcher<LutCodes3D, ImageToImageFilter3dWithReduction>,
                         RealVoxels>;
 Registration<ApplyMorphologicalLut3D, ScalarApplyMorphologicalLut3DRunner> const registration;
 

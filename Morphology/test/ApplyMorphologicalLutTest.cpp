@@ -157,15 +157,33 @@ TYPED_TEST(ApplyMorphologicalLut, refusesWhatItCannotWorkWith)
     expectRefusal("output", "Parameter value cannot be null");
     algorithm->output = &output;
     algorithm->matchingFlag = 4;
-    expectRefusal("matchingFlag", "");
+    expectRefusal("matchingFlag", "The enumeration value is not valid");
     algorithm->matchingFlag = one;
     algorithm->noMatchingFlag = -1;
-    expectRefusal("noMatchingFlag", "");
+    expectRefusal("noMatchingFlag", "The enumeration value is not valid");
     algorithm->noMatchingFlag = zero;
     output.allocates = false;
     expectRefusal("output", "Image cannot be resized and retyped.");
     input.allocate(MOX_COMPLEX_FLOAT32, 1, 1, 1, 1, 1);
     expectRefusal("input", "Voxel type must be one of");
+}
+
+TYPED_TEST(ApplyMorphologicalLut, refusesAnOutputThatKeepsItsInterpretation)
+{
+    TestImage input;
+    fill(input, {2, 1, 1, 1, 1}, std::vector<unsigned char>(2));
+    input.setInterpretation(INTERPRETATION_BINARY);
+    TestImage output;
+    output.interprets = false;
+    typename TypeParam::Lut lut;
+    lut.addKernel(Vector<unsigned char>(TypeParam::numOfVoxels));
+    auto const algorithm = TypeParam::Algorithm::New();
+    algorithm->input = &input;
+    algorithm->morphologicalLut = &lut;
+    algorithm->output = &output;
+    std::string const text = refusalOf(*algorithm);
+    EXPECT_THAT(text, HasSubstr("#1 Error : Image cannot be re-interpreted from value to binary"));
+    EXPECT_THAT(text, HasSubstr("#2 From Rule error in property output"));
 }
 
 // ---- literal
@@ -477,6 +495,37 @@ TYPED_TEST(ApplyMorphologicalLut, reportsProgressUpToTheEndAndCanBeCancelled)
     algorithm->run(&recording);
     EXPECT_EQ(recording.notified.back(), 100.0);
     EXPECT_THAT(voxelsOf<unsigned char>(*output), Each(0)); // out of the image in 50 passes
+}
+
+TYPED_TEST(ApplyMorphologicalLut, canBeCancelledBetweenPasses)
+{
+    typename TypeParam::Lut lut;
+    add(lut, TypeParam::depth == 1 ? "............1.............." : "...1.....");
+    Sizes const sizes{100000, 20, 1, 1, 1}; // as many passes as columns
+    std::vector<unsigned char> voxels(sizes.numOfVoxels(), 0);
+    voxels[0] = 1;
+    auto const image = makeImage(sizes, voxels);
+    auto const algorithm = TypeParam::Algorithm::New();
+    algorithm->input = image.get();
+    algorithm->morphologicalLut = &lut;
+    algorithm->output = image.get();
+    RecordingInteraction cancelling;
+    cancelling.cancelAtPoll = 10;
+    auto const begin = std::chrono::steady_clock::now();
+    algorithm->run(&cancelling);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10)); // minutes otherwise
+    EXPECT_EQ(voxelsOf<unsigned char>(*image), voxels);
+}
+
+// As it would be beside another voxel that does change.
+TYPED_TEST(ApplyMorphologicalLut, writesAZeroWithoutASignWhereNothingElseChanges)
+{
+    typename TypeParam::Lut lut;
+    lut.addKernel(Vector<unsigned char>(TypeParam::numOfVoxels));
+    Sizes const sizes{5, 1, 1, 1, 1};
+    for (float const voxel : applied<TypeParam>(sizes, std::vector<float>(5, -0.0F), lut, zero, zero)) {
+        EXPECT_TRUE(voxel == 0 && !std::signbit(voxel));
+    }
 }
 
 TYPED_TEST(ApplyMorphologicalLut, leavesTheOutputAloneWhenARowFails)

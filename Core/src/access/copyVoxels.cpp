@@ -9,7 +9,7 @@
 
 namespace mox::access {
 
-void copyVoxels(ImageModel const& from, ImageModel& to)
+void copyVoxels(ImageModel const& from, ImageModel& to, std::function<bool()> const& isStopped)
 {
     constexpr char const* source = "Core/private/access/copyVoxels";
     Sizes const sizes = Sizes::of(from);
@@ -21,6 +21,9 @@ void copyVoxels(ImageModel const& from, ImageModel& to)
         for (unsigned int t = 0; t < sizes.timeSeries; ++t) {
             for (unsigned int z = 0; z < sizes.plans; ++z) {
                 for (unsigned int y = 0; y < sizes.rows; ++y) {
+                    if (isStopped()) {
+                        return;
+                    }
                     void const* row = nullptr;
                     if (!from.getConstRowPointerAt(sizes.columns, row, 0, y, z, t, s)) {
                         row = buffer.data();
