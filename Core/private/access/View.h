@@ -15,7 +15,8 @@
 namespace mox::access {
 
 /// An image read and written as voxels of type T, extended beyond its edges by a border condition. The image's
-/// voxel type must be T. The allocator is that of the row buffers that belong to the view.
+/// voxel type must be T. Throws `InvalidCall` for more than 2^30 elements in a dimension. The allocator is that of the
+/// row buffers that belong to the view.
 template <class T, class Allocator = std::allocator<T>>
 class View {
 public:

@@ -2,6 +2,7 @@
 
 #include <Moxelcore/Core/InMemoryImage.h>
 
+#include <algorithm>
 #include <cassert>
 #include <cstdint>
 #include <typeinfo>
@@ -13,6 +14,18 @@
 namespace mox::access {
 
 namespace {
+
+/// Positions are numbers of type `int`, and so are those beside an image, as far from it as it is large.
+constexpr unsigned int mostElements = 1U << 30U;
+
+Sizes const& requirePositions(Sizes const& sizes)
+{
+    if (std::max({sizes.columns, sizes.rows, sizes.plans, sizes.timeSeries, sizes.spectralSeries}) > mostElements) {
+        helper::raise<InvalidCall>("Core/private/access/View", "An image must have at most ", mostElements,
+                                   " elements in each dimension.");
+    }
+    return sizes;
+}
 
 /// The library's own image class is known to be contiguous. Asked of that very class only: one derived from it may
 /// answer rows in its own way.
@@ -45,7 +58,7 @@ template <class T, class Allocator>
 View<T, Allocator>::View(ImageModel const& image, boost::shared_ptr<BorderCondition<T>> border)
     : image_(&image)
     , border_(std::move(border))
-    , sizes_(Sizes::of(image))
+    , sizes_(requirePositions(Sizes::of(image)))
 {
     assert(image.getVoxelType() == voxelTypeOf<T>);
     void const* const first = firstVoxel(image);

@@ -41,6 +41,27 @@ TEST(View, givesNoMemoryWhereARowLeavesTheImage)
     }
 }
 
+TEST(View, isRefusedForImagesInWhichPositionsAreNoNumbers)
+{
+    auto const view = [](Sizes const& sizes) {
+        memory::InMemoryImage image;
+        access::allocate(image, MOX_UINT8, sizes);
+        View<unsigned char> const made(image, FixedBorderCondition<unsigned char>::create());
+    };
+    constexpr unsigned int most = 1U << 30U;
+    EXPECT_NO_THROW(view({most, 0, 1, 1, 1}));
+    for (Sizes const& sizes : {Sizes{most + 1, 0, 1, 1, 1}, Sizes{0, most + 1, 1, 1, 1}, Sizes{0, 1, ~0U, 1, 1},
+                               Sizes{0, 1, 1, most + 1, 1}, Sizes{0, 1, 1, 1, most + 1}}) {
+        try {
+            view(sizes);
+            ADD_FAILURE() << "made";
+        } catch (InvalidCall const& error) {
+            EXPECT_THAT(error.what().c_str(),
+                        HasSubstr("An image must have at most 1073741824 elements in each dimension."));
+        }
+    }
+}
+
 TEST(View, readsThroughTheBorderCondition)
 {
     auto const image = makeImage<short>({2, 1, 1, 1, 1}, {1, 2});
