@@ -112,6 +112,7 @@ TEST_F(Decimate2DRefusal, ofAComplexInput)
 TEST_F(Decimate2DRefusal, ofAnUnknownOperator)
 {
     algorithm->operatorType = 4;
+    EXPECT_THAT(refusalOf(*algorithm), HasSubstr("#1 Error : The enumeration value is not valid"));
     EXPECT_THAT(refusalOf(*algorithm), HasSubstr("Rule error in property operatorType"));
     EXPECT_THAT(voxelsOf<unsigned char>(output), ElementsAre(42));
 }

@@ -156,6 +156,12 @@ TEST_F(LabelingRefusal, ofAnOutputThatCannotBeResized)
     EXPECT_THAT(voxelsOf<unsigned char>(output), ElementsAre(42));
 }
 
+TEST_F(LabelingRefusal, ofAnOutputThatKeepsItsInterpretation)
+{
+    output.interprets = false;
+    expectRefusal("output", "Image cannot be re-interpreted from value to label");
+}
+
 // ---- literal
 
 TEST(Labeling, numbersComponentsInTheOrderOfTheirFirstVoxels)

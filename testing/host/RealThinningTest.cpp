@@ -87,8 +87,8 @@ TEST(RealThinning, LeavesLinesOfTheSameTopology)
     auto const threshold = segmentation::Threshold::New();
     threshold->input = picture.get();
     threshold->output = &image;
-    threshold->lowLevel = 0; // the horse is dark
-    threshold->highLevel = 127;
+    threshold->lowLevel = 128; // the horse is bright
+    threshold->highLevel = 255;
     threshold->run();
     unsigned int const columns = image.getSize(COLUMNS);
     unsigned int const rows = image.getSize(ROWS);

@@ -29,9 +29,12 @@ namespace mox::miscellaneous {
 /// | FIXED | "value" in the input's voxel type: for integers truncated, held within the type's limits, NaN as 0 |
 /// | MIRROR | the image reflected at each face, the edge voxel repeated |
 /// | CONTINUE | the nearest voxel of the image |
-/// | DIRECTIONAL_MIRROR | the plane reflected along the direction of the rows |
+/// | DIRECTIONAL_MIRROR | the plane reflected along the direction of the rows, see below |
 ///
-/// Works on the caller's thread alone. Throws `RuleException` for a null or complex input and a null output,
+/// DIRECTIONAL_MIRROR repeats the edge voxel at the sides, but not the edge row above and below. Where reflections do
+/// not lead into the image, as with a single row, it reads the nearest voxel.
+///
+/// Starts no parallel loop. Throws `RuleException` for a null or complex input and a null output,
 /// "Image cannot be resized" for an output that does not take its sizes, for one of more than 2^31 - 1 columns or rows
 /// and for one that is the input, unless Z is 1; `InvalidCall` for another "bctype".
 class MOXELCORE_API BorderConditionExtrapole final : public BaseAlgorithm {
