@@ -30,8 +30,10 @@ public:
     /// makes it read out of bounds, take memory out of proportion to the file, or never end.
     void read(String const& path);
 
+    /// An extension is not added: for a file that `read` understands, that of the path must be the mode's.
+    ///
     /// Throws `SerializationException` without a classifier, for a file that exists unless `overwrite`, for one that
-    /// cannot be opened or written, and for an unknown mode.
+    /// cannot be opened or written, and for an unknown mode. An old file is lost only where writing fails.
     void write(String const& path, WriteMode const& mode, bool overwrite) const;
 
     /// The recipe, line by line. Throws `InvalidCall` without a classifier.
