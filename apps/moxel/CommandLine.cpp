@@ -104,6 +104,7 @@ void carryOut(int count, char const* const* arguments, std::ostream& out)
 {
     CLI::App app("Runs the algorithms of the Moxelcore library on image files.", "moxel");
     app.require_subcommand(0, 1);
+    app.set_version_flag("--version", MOXEL_VERSION);
     addList(app, out);
     addDescribe(app, out);
     addRun(app, out);
@@ -115,6 +116,8 @@ void carryOut(int count, char const* const* arguments, std::ostream& out)
         }
     } catch (CLI::CallForHelp const&) {
         out << app.help();
+    } catch (CLI::CallForVersion const& version) {
+        out << version.what() << '\n';
     }
     if (!out.flush()) {
         throw FileError("cannot write the results to standard output");

@@ -1,6 +1,7 @@
 #include "apps/moxel/ModelBinding.h"
 
 #include <Moxelcore/Classification/TextureClassificationModel.h>
+#include <Moxelcore/Core/Exception.h>
 
 #include <algorithm>
 #include <cctype>
@@ -31,6 +32,8 @@ void readModel(Model& model, std::string const& path)
 {
     try {
         model.read(path.c_str());
+    } catch (mox::Exception const& error) {
+        throw FileError("cannot read " + quoted(path) + ": " + error.what().c_str());
     } catch (std::exception const& error) {
         throw FileError("cannot read " + quoted(path) + ": " + error.what());
     }
@@ -38,7 +41,13 @@ void readModel(Model& model, std::string const& path)
 
 void storeModel(Model const& model, ResultFile& file)
 {
-    file.store([&](std::filesystem::path const& path) { model.write(path.c_str(), modeOf(file.path()), true); });
+    file.store([&](std::filesystem::path const& path) {
+        try {
+            model.write(path.c_str(), modeOf(file.path()), true);
+        } catch (mox::SerializationException const&) { // whose text names the temporary file
+            throw FileError("it cannot be written");
+        }
+    });
 }
 
 class InputModel final : public PropertyBinding {

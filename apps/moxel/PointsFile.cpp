@@ -40,7 +40,7 @@ std::vector<std::string> componentsOf(std::string line)
 
 bool namesPointsFile(std::string const& text)
 {
-    return text.ends_with(".csv") || text.ends_with(".txt");
+    return text.ends_with(".csv") || text.ends_with(".txt") || text.ends_with(".CSV") || text.ends_with(".TXT");
 }
 
 std::vector<PointLine> readPointLines(std::filesystem::path const& path)

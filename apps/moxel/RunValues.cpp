@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <map>
 #include <set>
+#include <type_traits>
 #include <utility>
 
 #include "apps/moxel/Algorithms.h"
@@ -103,6 +104,9 @@ std::vector<RunValue> readValues(mox::BaseAlgorithm const& algorithm, RunOptions
         if (!given.insert(name).second) {
             throw UsageError(quoted(name) + " is given twice");
         }
+        if (text.empty() && kindOf(property).isFile) {
+            throw UsageError(name + ": the name of a file is missing");
+        }
         values.push_back({&property, text, {}});
         values.back().options.compression = options.compression;
     }
@@ -119,7 +123,8 @@ BindingOptions& optionsOf(std::vector<RunValue>& values, std::string const& opti
             return value.options;
         }
     }
-    throw UsageError(option + ": no image " + quoted(name) + " is given that it could be for");
+    throw UsageError(option + ": no " + std::string(std::is_same_v<Image, mox::ImageModel*> ? "output" : "input") +
+                     " image " + quoted(name) + " is given");
 }
 
 void requireDistinctOutputs(mox::BaseAlgorithm const& algorithm, std::vector<RunValue> const& values)

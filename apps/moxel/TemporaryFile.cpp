@@ -16,13 +16,17 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// A name that is a link stands for the file it leads to.
+/// A name that is a link stands for the file it leads to, even if there is none yet.
 fs::path resolved(fs::path const& path)
 {
+    constexpr int mostLinks = 40; // as the system has it
     std::error_code error;
-    fs::path const absolute = fs::absolute(path); // the bare name of a file that is not there would stay bare
-    fs::path const result = fs::weakly_canonical(absolute, error);
-    return error ? absolute : result;
+    fs::path target = fs::absolute(path); // the bare name of a file that is not there would stay bare
+    for (int i = 0; i < mostLinks && fs::is_symlink(target, error); ++i) {
+        target = target.parent_path() / fs::read_symlink(target, error);
+    }
+    fs::path const result = fs::weakly_canonical(target, error);
+    return error ? target : result;
 }
 
 /// Creates a file under a name that none had.

@@ -171,6 +171,7 @@ TEST(CommandLine, TellsUsageErrors)
         {"run", "Threshold", "--extra-memory", "-1"},
         {"run", "Threshold", "--type", "output"},
         {"run", "Threshold", "--compression", "zip"},
+        {"run", "Threshold", "output="},
     };
     for (auto const& words : mistakes) {
         Result const result = moxel(words);
@@ -192,6 +193,21 @@ TEST(CommandLine, TellsFailingFiles)
     Result const result = moxel({"info", "/no/such/file.tif"});
     EXPECT_EQ(result.code, exitFailed);
     EXPECT_EQ(result.err, "moxel: cannot read \"/no/such/file.tif\": No such file or directory\n");
+}
+
+TEST(CommandLine, TellsItsVersion)
+{
+    Result const result = moxel({"--version"});
+    EXPECT_EQ(result.code, exitDone);
+    EXPECT_THAT(result.out, StartsWith("moxel 0."));
+}
+
+TEST(CommandLine, TellsOfWhichImagesAnOptionIs)
+{
+    EXPECT_THAT(moxel({"run", "Threshold", "input=a.png", "--type", "input=uint8"}).err,
+                HasSubstr("--type: no output image \"input\" is given"));
+    EXPECT_THAT(moxel({"run", "Threshold", "output=a.png", "--pages", "output=time"}).err,
+                HasSubstr("--pages: no input image \"output\" is given"));
 }
 
 TEST(CommandLine, Helps)

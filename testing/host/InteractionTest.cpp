@@ -41,7 +41,7 @@ TEST(Interaction, DrawsWhereThereIsABar)
 
 TEST(Interaction, PassesOnTheSignals)
 {
-    for (int const number : {SIGINT, SIGTERM}) {
+    for (int const number : {SIGINT, SIGTERM, SIGHUP}) {
         interrupt::watch();
         Interaction interaction(nullptr);
         EXPECT_FALSE(interaction.isCancelRequested());

@@ -4,10 +4,14 @@
 
 #include <gmock/gmock.h>
 
+#include <sys/resource.h>
+
 #include <sstream>
+#include <utility>
 
 #include "apps/moxel/Errors.h"
 #include "apps/moxel/ImageFile.h"
+#include "apps/moxel/Interrupt.h"
 #include "apps/moxel/RunCommand.h"
 #include "testing/host/HostFiles.h"
 
@@ -119,16 +123,43 @@ TEST_F(ModelFile, StaysAsItIsWhenTheTrainingFails)
     EXPECT_THAT(folder_.names(), ElementsAre("in.png", "mask.png", "model.mox", "wrong.png"));
 }
 
+TEST_F(ModelFile, IsNamedWhereItCannotBeWritten)
+{
+    rlimit old{};
+    getrlimit(RLIMIT_FSIZE, &old);
+    interrupt::watch();
+    rlimit const none{0, old.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &none);
+    std::string reason = "nothing thrown";
+    try {
+        create("model.mox");
+    } catch (FileError const& error) {
+        reason = error.what();
+    }
+    setrlimit(RLIMIT_FSIZE, &old);
+    EXPECT_EQ(reason, "cannot write " + quoted(folder_ / "model.mox") + ": it cannot be written");
+    EXPECT_THAT(folder_.names(), ElementsAre("in.png", "mask.png"));
+}
+
 TEST_F(ModelFile, IsRefusedWhenItCannotBeReadOrWritten)
 {
     EXPECT_THROW(create("no/where.mox"), FileError);
-    EXPECT_THROW(train("none.mox"), mox::SerializationException);
     writeBytes(folder_ / "bad.mox", {'M', 'O', 'X', 'O', 1});
     try {
         train("bad.mox");
         FAIL() << "nothing thrown";
     } catch (FileError const& error) {
         EXPECT_EQ(error.what(), "cannot read \"" + (folder_ / "bad.mox").string() + "\": input stream error");
+    }
+    for (auto const& [name, reason] :
+         {std::pair("none.mox", "file does not exists."), std::pair("in.png", "Invalid magic number")}) {
+        try {
+            train(name);
+            FAIL() << "nothing thrown";
+        } catch (FileError const& error) {
+            EXPECT_THAT(error.what(), HasSubstr("cannot read \"" + (folder_ / name).string()));
+            EXPECT_THAT(error.what(), HasSubstr(reason));
+        }
     }
     try {
         run("CreateTextureClassification2D", {.values = {"textureFeaturesGroup=COOC_Kontrast"}});

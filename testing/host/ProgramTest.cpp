@@ -142,7 +142,7 @@ TEST_F(ProgramTest, LeavesNothingWhenStoppedWhileWriting)
 {
     writeNoise({5000, 4000, 1, 1, 1});
     writeBytes(folder_ / "out.tif", {1, 2, 3});
-    for (int const number : {SIGINT, SIGTERM}) {
+    for (int const number : {SIGINT, SIGTERM, SIGHUP}) {
         Program program = start(threshold("out.tif"));
         ASSERT_TRUE(waitForTemporary(program, folder_, 2));
         program.signal(number);

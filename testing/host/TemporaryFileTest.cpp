@@ -50,6 +50,18 @@ TEST(TemporaryFile, TakesABareNameInTheCurrentFolder)
     EXPECT_THAT(folder.names(), ElementsAre("a.tif"));
 }
 
+TEST(TemporaryFile, GoesWhereALinkLeadsThoughThereIsNoFile)
+{
+    Folder const folder;
+    fs::create_directory(folder / "data");
+    fs::create_symlink("data/new.tif", folder / "link.tif");
+    TemporaryFile file(folder / "link.tif");
+    writeBytes(file.path(), {2});
+    file.publish();
+    EXPECT_TRUE(fs::is_symlink(folder / "link.tif"));
+    EXPECT_EQ(readBytes(folder / "data/new.tif"), (Bytes{2}));
+}
+
 TEST(TemporaryFile, LeavesALinkWhereItIs)
 {
     Folder const folder;
