@@ -103,7 +103,7 @@ int main()
     opening->run(&watcher);
 
     opening->elementSize = 100;
-    opening->precision = mox::morphology::MOX_ALGO_PRECISE; // 31417 comparisons per voxel, twice
+    opening->precision = mox::morphology::MOX_ALGO_PRECISE; // 31417 voxels
     mox::memory::InMemoryImage abandoned;
     opening->output = &abandoned;
     watcher.cancels = true;

@@ -57,6 +57,7 @@ void runByClass(mox::ImageModel const& input, mox::ImageModel& output)
     auto const threshold = mox::segmentation::Threshold::New();
     threshold->input = &input;
     threshold->lowLevel = 150.0;
+    threshold->highLevel = 65535.0; // 255 unless set
     threshold->output = &output;
     threshold->run();
     std::cout << "by class: " << numOfVoxelsSet(output) << " voxels\n";
@@ -69,6 +70,7 @@ void runByName(mox::ImageModel const& input, mox::ImageModel& output)
     dynamic_cast<mox::Property<mox::ImageModel*>&>(*algorithm->getPropertyfromName("output")) = &output;
     mox::String echo;
     algorithm->getPropertyfromName("lowLevel")->read("150", echo);
+    algorithm->getPropertyfromName("highLevel")->read("65535", echo);
 
     Watcher watcher;
     algorithm->run(&watcher);

@@ -29,7 +29,7 @@ public:
     /// The levels in the order in which they were added, one paragraph each:
     ///
     ///     #1 Error : Parameter value cannot be null
-    ///         (at "RuleAssertNotNull", line 21)
+    ///         (at "RuleAssertNotNull", line 14)
     ///     #2 From Rule error in property input
     ///     #3 From Threshold of Moxelcore library
     virtual String getInfo() const;
