@@ -176,7 +176,8 @@ private:
         }
     }
 
-    static constexpr std::size_t atOnce = 256;
+    /// A few lines of each row that is fetched: processors take no more at once.
+    static constexpr std::size_t atOnce = 256 / sizeof(T);
 
     static void fetch(T const* row, std::size_t x, std::size_t count)
     {
