@@ -64,9 +64,9 @@ enum class Form {
     rung ///< two rows of the stage before it at the same columns, the second one made last
 };
 
-/// Where a stage is needed for the result of one voxel, and how much of it is kept. A stage runs ahead of the result by
-/// as many rows and plans as it reaches behind it, so that one sweep over the rows of a leaf makes all stages: each
-/// reads what the ones before it made last.
+/// Where a stage is needed for the result of one voxel, and how much of it is kept. With row y of plan z of the result,
+/// a stage makes its row y + around.most.row of plan z + around.most.plan: so one sweep over the rows of a leaf makes
+/// all stages, and each reads what the ones before it have made.
 struct StageExtent {
     OffsetBox around;
     int rowsKept = 1;  ///< of one plan

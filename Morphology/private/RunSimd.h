@@ -51,7 +51,12 @@ private:
     }
 
     /// Makes runs of `length` voxels of runs of `made`, fed register by register: what comes out begins `delay`
-    /// registers before what went in.
+    /// registers before what went in. Runs of 5 voxels a, b, c, ... in registers of four:
+    ///
+    ///     fed                 abcd   efgh   ijkl   mnop
+    ///     runs of 2                  ab ..  ef ..  ij ..     each voxel with the one at distance 1
+    ///     runs of 4                         a-d .. e-h ..    each run with the one at distance 2
+    ///     runs of 5                                a-e ..    distance 1 again: they overlap
     template <class T, int made, int length>
     class Doubling {
     public:

@@ -17,34 +17,31 @@ public:
     StageRows(StageExtent const& extent, int columns, int rows, filters::Bounds const& image)
         : least_(extent.around.least)
         , most_(extent.around.most)
-        , firstMade_(least_.column)
-        , endMade_(columns + most_.column)
+        , made_{least_.column, columns + most_.column}
+        , kept_(made_)
         , isInPlane_(extent.plansKept == 1)
         , rowsKept_(isInPlane_ ? extent.rowsKept : rows + most_.row - least_.row)
         , plansKept_(extent.plansKept)
-        , firstKept_(firstMade_)
-        , endKept_(endMade_)
         , begins_(numOfRows() * (isInPlane_ ? 2 : 1))
         , rowOrigin_(isInPlane_ ? 0 : -least_.row)
         , newestPlan_(least_.plan)
     {
         if (extent.isOutsideBesideImage) {
-            firstMade_ = std::clamp(image.firstColumn, firstMade_, endMade_);
-            endMade_ = std::clamp(image.endColumn, firstMade_, endMade_);
+            made_.first = std::clamp(image.firstColumn, kept_.first, kept_.end);
+            made_.end = std::clamp(image.endColumn, made_.first, kept_.end);
         }
         if (!extent.isReadBesideImage) {
-            firstKept_ = firstMade_;
-            endKept_ = endMade_;
+            kept_ = made_;
         }
     }
 
     /// The columns that are made. Those kept beside them are the value outside.
-    int firstMade() const { return firstMade_; }
-    int endMade() const { return endMade_; }
-    unsigned int width() const { return static_cast<unsigned int>(endMade_ - firstMade_); }
+    int firstMade() const { return made_.first; }
+    int endMade() const { return made_.end; }
+    unsigned int width() const { return static_cast<unsigned int>(made_.end - made_.first); }
 
-    int firstKept() const { return firstKept_; }
-    std::size_t widthKept() const { return static_cast<std::size_t>(endKept_ - firstKept_); }
+    int firstKept() const { return kept_.first; }
+    std::size_t widthKept() const { return static_cast<std::size_t>(kept_.end - kept_.first); }
     std::size_t numOfRows() const { return static_cast<std::size_t>(rowsKept_) * static_cast<std::size_t>(plansKept_); }
 
     bool keepsMoreThanIsMade() const { return widthKept() != width(); }
@@ -88,7 +85,10 @@ public:
 
 private:
     /// No division and in the plane no branch: this is asked for each tap of each row. There the rows are listed twice,
-    /// so that those before the newest one lie before it in the list too.
+    /// so that those before the newest one lie before it in the list too. Of four rows kept, when row 9 is the newest:
+    ///
+    ///     slot     0  1  2  3 | 4  5  6  7
+    ///     row      8  9  6  7 | 8  9  6  7      6 to 9 are the list's 2 to 5
     std::size_t index(int y, int z) const
     {
         if (isInPlane_) {
@@ -98,15 +98,18 @@ private:
         return static_cast<std::size_t>((plan < 0 ? plan + plansKept_ : plan) * rowsKept_ + rowOrigin_ + y);
     }
 
+    struct Columns {
+        int first;
+        int end;
+    };
+
     kernel::Offset3D least_;
     kernel::Offset3D most_;
-    int firstMade_;
-    int endMade_;
+    Columns made_;
+    Columns kept_;
     bool isInPlane_;
     int rowsKept_;
     int plansKept_;
-    int firstKept_;
-    int endKept_;
     std::vector<T const*> begins_;
     int rowOrigin_;
     int newestPlan_;

@@ -114,12 +114,12 @@ std::vector<StageExtent> extentsOf(RowProgram const& program)
     std::vector<StageExtent> extents(boxes.size());
     std::transform(boxes.begin(), boxes.end(), extents.begin(), [](auto const& box) { return StageExtent{*box}; });
     for (std::size_t k = program.last(); k > 0; --k) {
-        kernel::Offset3D const ahead = extents[k].around.most;
         for (Tap const& tap : program.stages()[k].taps) {
             StageExtent& read = extents[tap.stage];
-            kernel::Offset3D const most = read.around.most;
-            read.rowsKept = std::max(read.rowsKept, most.row - ahead.row - tap.offset.row + 1);
-            read.plansKept = std::max(read.plansKept, most.plan - ahead.plan - tap.offset.plan + 1);
+            kernel::Offset3D const newest = read.around.most;
+            kernel::Offset3D const seen = plus(extents[k].around.most, tap.offset, 1);
+            read.rowsKept = std::max(read.rowsKept, newest.row - seen.row + 1);
+            read.plansKept = std::max(read.plansKept, newest.plan - seen.plan + 1);
         }
     }
     findForms(program.stages(), extents);

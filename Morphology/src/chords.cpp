@@ -51,7 +51,9 @@ constexpr std::size_t usesThatPayForARung = 2;
 /// and two reads and a write by itself.
 constexpr std::size_t usesThatPayForAStage = 4;
 
-/// Stages of runs along a step, each made of two runs that overlap.
+/// Stages of runs along a step, each made of two runs that overlap. Of a disk of radius 10, whose chords have 1, 9, 13,
+/// 15, 17, 19 and 21 voxels, the ladder has 2, 4 and 8, and 9, 13, 15, 17 and 19, which are used often enough. 21 is
+/// read as two of 19; of the chords of 19, each four side by side are one run across.
 class Runs {
 public:
     /// For chords of such lengths, with the number of each.
