@@ -1,7 +1,6 @@
 #include "apps/moxel/DescribeCommand.h"
 
 #include <Moxelcore/Core/ImageModel.h>
-#include <Moxelcore/Core/PropertyEnumeration.h>
 
 #include <ostream>
 #include <vector>
@@ -16,11 +15,11 @@ namespace moxel {
 
 namespace {
 
-/// Null for a property that is no enumeration.
+/// Null for a property that takes no names.
 EnumInfo const* enumerationOf(mox::BaseProperty const& property)
 {
-    auto const* const enumeration = dynamic_cast<mox::PropertyEnumeration const*>(&property);
-    return enumeration != nullptr ? &enumeration->getEnumInfo() : nullptr;
+    PropertyKind const& kind = kindOf(property);
+    return kind.enumerators != nullptr ? kind.enumerators(property) : nullptr;
 }
 
 struct Reach {

@@ -114,6 +114,7 @@ PropertyKind enumeration()
     PropertyKind kind = {.isKindOf = isA<P>, .typeName = [](BaseProperty const& property) {
                              return std::string(as<P>(property).getEnumInfo().getEnumName().c_str());
                          }};
+    kind.enumerators = [](BaseProperty const& property) { return &as<P>(property).getEnumInfo(); };
     kind.bind = [](BaseProperty& property, std::string const& text, BindingOptions const&) {
         P& enumerated = as<P>(property);
         enumerated.set(parseEnumerator(enumerated.getEnumInfo(), text));
@@ -187,6 +188,7 @@ PropertyKind integers()
     using P = mox::Property<mox::Vector<int>>;
     using Feature = mox::segmentation::TextureFeatureTypes;
     PropertyKind kind = value<mox::Vector<int>>();
+    kind.enumerators = [](BaseProperty const&) { return &mox::getEnumInfo<Feature>(); };
     kind.bind = [](BaseProperty& property, std::string const& text, BindingOptions const&) {
         mox::Vector<int> numbers;
         for (std::string const& part : text.empty() ? std::vector<std::string>() : split(text, ',')) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Moxelcore/Core/BaseProperty.h>
+#include <Moxelcore/Core/EnumInfo.h>
 
 #include <memory>
 #include <string>
@@ -24,6 +25,8 @@ struct PropertyKind {
     Binding (*bind)(mox::BaseProperty&, std::string const& text, BindingOptions const&) = nullptr;
     /// Gives a result the place that it needs. Null where it needs none.
     Binding (*prepareResult)(mox::BaseProperty&) = nullptr;
+    /// The names that a text may hold. Null where there are none.
+    EnumInfo const* (*enumerators)(mox::BaseProperty const&) = nullptr;
     /// The value in its two forms. Null for what is only ever in a file.
     std::string (*text)(mox::BaseProperty const&) = nullptr;
     Json (*json)(mox::BaseProperty const&) = nullptr;

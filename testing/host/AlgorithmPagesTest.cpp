@@ -68,7 +68,8 @@ std::string join(Json const& texts)
 std::string propertyRow(Json const& property)
 {
     std::string type = property["type"];
-    if (property.contains("enumerators")) {
+    bool const isList = type.starts_with("list"); // its names are too many for a table
+    if (property.contains("enumerators") && !isList) {
         for (auto const& enumerator : property["enumerators"]) {
             type +=
                 "<br>" + std::to_string(enumerator["value"].get<int>()) + " " + enumerator["name"].get<std::string>();

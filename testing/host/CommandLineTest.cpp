@@ -83,6 +83,13 @@ TEST(CommandLine, DescribesThreshold)
     EXPECT_EQ(description["properties"][3]["direction"], "output");
 }
 
+TEST(CommandLine, DescribesTheNamesThatAListTakes)
+{
+    std::string const text = moxel({"describe", "TextureFeatureExtraction2D"}).out;
+    EXPECT_THAT(text, HasSubstr("    textureFeaturesGroup: list of int32, default \n        COOC_"));
+    EXPECT_THAT(text, HasSubstr("        HISTO_Mean = "));
+}
+
 TEST(CommandLine, DescribesPropertiesOfEveryKind)
 {
     auto const algorithm = HostAlgorithm::New();
