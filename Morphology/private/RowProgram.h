@@ -57,6 +57,9 @@ constexpr bool isLengthOfRun(std::size_t length)
 /// Whether a stage is made of such a run.
 bool isRun(Stage const& stage);
 
+/// Reads and writes per voxel.
+std::size_t costOf(RowProgram const& program);
+
 /// What the taps of a stage are to each other.
 enum class Form {
     any,

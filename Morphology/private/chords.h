@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Morphology/private/RowProgram.h"
-#include "Morphology/private/passes.h"
 
 namespace mox::morphology {
 
@@ -13,8 +12,5 @@ namespace mox::morphology {
 /// Exact for voxels that may be NaN too: the order of the list is kept, and a run passes over NaN, so that a NaN stays
 /// only where it is the list's first voxel, which the result then reads by itself.
 RowProgram chordProgram(std::span<kernel::Offset3D const> list, bool mayHoldNan);
-
-/// The same for an element; null where it is no list, or one of millions of offsets.
-std::optional<RowProgram> chordProgramOf(Element const& element, bool mayHoldNan);
 
 } // namespace mox::morphology

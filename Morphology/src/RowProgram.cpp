@@ -101,6 +101,15 @@ bool isRun(Stage const& stage)
            std::adjacent_find(stage.taps.begin(), stage.taps.end(), std::not_fn(goesOn)) == stage.taps.end();
 }
 
+std::size_t costOf(RowProgram const& program)
+{
+    std::size_t cost = 0;
+    for (Stage const& stage : program.stages()) {
+        cost += (isRun(stage) ? 1 : stage.taps.size()) + 1;
+    }
+    return cost;
+}
+
 std::vector<StageExtent> extentsOf(RowProgram const& program)
 {
     std::vector<std::optional<OffsetBox>> boxes(program.stages().size());

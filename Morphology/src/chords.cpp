@@ -43,9 +43,6 @@ std::vector<Chord> chordsAlong(Offset3D const& step, std::span<Offset3D const> o
 /// are made with the newest row of the image, so that shorter ones are kept for as many rows more.
 constexpr unsigned int mostShorter = 32;
 
-/// Of larger lists, more rows would have to be kept than a leaf may take; they are not worth the time to plan them.
-constexpr std::size_t mostOffsets = 1U << 22U;
-
 /// A stage of its own saves one of two reads of each chord of its length. As a rung it costs a read and a write,
 constexpr std::size_t usesThatPayForARung = 2;
 /// and two reads and a write by itself.
@@ -186,16 +183,6 @@ RowProgram programAlong(Offset3D const& step, std::span<Offset3D const> offsets,
     return program;
 }
 
-/// Reads and writes per voxel.
-std::size_t costOf(RowProgram const& program)
-{
-    std::size_t cost = 0;
-    for (Stage const& stage : program.stages()) {
-        cost += (isRun(stage) ? 1 : stage.taps.size()) + 1;
-    }
-    return cost;
-}
-
 } // namespace
 
 RowProgram chordProgram(std::span<Offset3D const> offsets, bool mayHoldNan)
@@ -219,23 +206,6 @@ RowProgram chordProgram(std::span<Offset3D const> offsets, bool mayHoldNan)
         }
     }
     return cheapest;
-}
-
-std::optional<RowProgram> chordProgramOf(Element const& element, bool mayHoldNan)
-{
-    if (auto const* const inPlane = std::get_if<Shared<OffsetList2D>>(&element)) {
-        if ((**inPlane).size() > mostOffsets) {
-            return std::nullopt;
-        }
-        OffsetList3D list;
-        for (kernel::Offset2D const& offset : **inPlane) {
-            list.push_back(kernel::inSpace(offset));
-        }
-        return chordProgram(list, mayHoldNan);
-    }
-    auto const* const inSpace = std::get_if<Shared<OffsetList3D>>(&element);
-    bool const isPlanned = inSpace != nullptr && (**inSpace).size() <= mostOffsets;
-    return isPlanned ? std::optional(chordProgram(**inSpace, mayHoldNan)) : std::nullopt;
 }
 
 } // namespace mox::morphology

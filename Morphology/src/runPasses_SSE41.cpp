@@ -4,7 +4,7 @@
 #include "Morphology/private/NeighborhoodToValueSimd.h"
 #include "Morphology/private/RowProgramKernel.h"
 #include "Morphology/private/chains.h"
-#include "Morphology/private/chords.h"
+#include "Morphology/private/lists.h"
 #include "Morphology/private/runPasses.h"
 
 namespace mox::morphology {
@@ -52,7 +52,7 @@ private:
             auto const leaf = leafFor(programs, sizes, sizeof(T), filters::numOfThreads());
             return leaf ? make<T>(std::move(programs[0]), std::move(programs[1]), *leaf, iterations) : nullptr;
         }
-        auto program = chordProgramOf(chain.steps.front().element, std::is_floating_point_v<T>);
+        auto program = listProgram(chain.steps.front().element, std::is_floating_point_v<T>);
         if (!program) {
             return nullptr;
         }

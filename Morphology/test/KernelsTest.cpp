@@ -14,6 +14,7 @@
 #include "Morphology/private/RowProgramKernel.h"
 #include "Morphology/private/chains.h"
 #include "Morphology/private/chords.h"
+#include "Morphology/private/pairs.h"
 #include "Morphology/private/runPasses.h"
 #include "testing/Images.h"
 #include "testing/references/morphologyElements.h"
@@ -237,6 +238,10 @@ void expectChords(std::mt19937& random)
     auto const expectList = [&](std::vector<Offset> const& offsets, Sizes const& most) {
         RowProgramKernel<Functor> kernel(chordProgram(inSpace(offsets), std::is_floating_point_v<T>), {1, 1, 1});
         expectReference<T, Functor>(std::move(kernel), {{listed(offsets), 1}}, most, random);
+        if (auto pairs = pairProgram(inSpace(offsets)); pairs && std::is_integral_v<T>) {
+            RowProgramKernel<Functor> paired(*std::move(pairs), {1, 1, 1});
+            expectReference<T, Functor>(std::move(paired), {{listed(offsets), 1}}, most, random);
+        }
     };
     expectList(diskReference(1), {50, 20, 1, 1, 1});
     expectList(diskReference(4), {50, 20, 2, 1, 1});

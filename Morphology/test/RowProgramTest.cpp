@@ -10,6 +10,8 @@
 
 #include "Morphology/private/chains.h"
 #include "Morphology/private/chords.h"
+#include "Morphology/private/lists.h"
+#include "Morphology/private/pairs.h"
 #include "testing/references/morphologyElements.h"
 
 // The planners, without an image: what a program sees is followed through its taps.
@@ -254,7 +256,47 @@ TEST(Chords, arePlannedInTimeThatGrowsWithTheList)
     EXPECT_EQ(reads(chordProgram(line, false)), 2U * 20);
 }
 
-TEST(Chords, areNotPlannedForListsOfWhichTooMuchWouldBeKept)
+TEST(Pairs, seeTheVoxelsOfAnyList)
+{
+    std::mt19937 random(4);
+    auto const sorted = [](std::vector<Offset> offsets) {
+        std::sort(offsets.begin(), offsets.end());
+        return firstOnes(offsets);
+    };
+    for (int round = 0; round < 300; ++round) {
+        std::vector<Offset> offsets(1 + random() % 64);
+        auto const within = [&] { return static_cast<int>(random() % 7) - 3; };
+        std::generate(offsets.begin(), offsets.end(), [&] {
+            return Offset{within(), within(), round % 2 == 0 ? 0 : within()};
+        });
+        auto const program = pairProgram(inSpace(offsets));
+        ASSERT_TRUE(program.has_value());
+        EXPECT_EQ(sorted(seenBy(*program, program->last())), sorted(offsets));
+        EXPECT_LE(reads(*program), offsets.size());
+    }
+    EXPECT_FALSE(pairProgram(inSpace(diskReference(5))).has_value()); // 81 voxels
+}
+
+TEST(Pairs, nestAlongASlantedLine)
+{
+    for (int angle = 0; angle < 360; angle += 15) {
+        EXPECT_LE(reads(*pairProgram(inSpace(lineReference2D(angle, 21)))), 11U) << angle;
+    }
+}
+
+TEST(Lists, arePairedWhereThatIsCheaperAndAnyOrderIsRight)
+{
+    auto const offsets = inSpace(lineReference2D(30, 21));
+    Element const line = Shared(OffsetList3D(offsets));
+    EXPECT_EQ(costOf(*listProgram(line, false)), costOf(*pairProgram(offsets)));
+    EXPECT_EQ(costOf(*listProgram(line, true)), costOf(chordProgram(offsets, true)));
+    EXPECT_LT(costOf(*pairProgram(offsets)), costOf(chordProgram(offsets, false)));
+    auto const disk = inSpace(diskReference(3));
+    EXPECT_EQ(costOf(*listProgram(Shared(OffsetList3D(disk)), false)), costOf(chordProgram(disk, false)));
+    EXPECT_FALSE(listProgram(SquareElement(), false).has_value());
+}
+
+TEST(Lists, areNotPlannedWhereTooMuchWouldBeKept)
 {
     auto const square = [](int size) {
         OffsetList2D list;
@@ -265,8 +307,8 @@ TEST(Chords, areNotPlannedForListsOfWhichTooMuchWouldBeKept)
         }
         return Element(Shared(std::move(list)));
     };
-    EXPECT_TRUE(chordProgramOf(square(1000), false).has_value());
-    EXPECT_FALSE(chordProgramOf(square(2049), false).has_value());
+    EXPECT_TRUE(listProgram(square(1000), false).has_value());
+    EXPECT_FALSE(listProgram(square(2049), false).has_value());
 }
 
 TEST(Chords, readAFewRowsOfALargeElement)
