@@ -16,7 +16,8 @@ std::optional<RowProgram> cheapestProgram(std::span<kernel::Offset3D const> list
         return std::nullopt;
     }
     RowProgram chords = chordProgram(list, mayHoldNan);
-    auto pairs = mayHoldNan ? std::nullopt : pairProgram(list);
+    bool const doChordsSaveMuch = 3 * costOf(chords) <= 2 * list.size(); // as of disks, with which no pairs compete
+    auto pairs = mayHoldNan || doChordsSaveMuch ? std::nullopt : pairProgram(list);
     return pairs && costOf(*pairs) < costOf(chords) ? *std::move(pairs) : chords;
 }
 
