@@ -124,14 +124,14 @@ void TextureClassificationModel::write(String const& path, WriteMode const& mode
     if (!overwrite && exists(path)) {
         refuse("The <", path, "> file already exists.");
     }
-    if (!std::ofstream(path.c_str(), std::ios::app)) { // leaves an old file as it is
-        refuse("Cannot open the <", path, "> file.");
-    }
     if (mode < WRITE_MODE_BINARY || mode > WRITE_MODE_XML) {
         refuse("The write mode (", static_cast<int>(mode), ") is unknown.");
     }
-    auto const content = modelFile::compose(*private_, mode);
+    auto const content = modelFile::compose(*private_, mode); // before an old file is emptied
     std::ofstream file(path.c_str(), mode == WRITE_MODE_BINARY ? std::ios::out | std::ios::binary : std::ios::out);
+    if (!file) {
+        refuse("Cannot open the <", path, "> file.");
+    }
     file << content;
     file.close();
     if (!file) {

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "Core/private/Helper/saturate.h"
 #include "Core/private/Rules/RuleAssertNotNull.h"
@@ -22,14 +21,14 @@ namespace mox::miscellaneous {
 
 namespace {
 
-/// None when the size is beyond what coordinates can tell.
+/// None when an image cannot be so large.
 std::optional<unsigned int> zoomed(unsigned int size, double zoom)
 {
     double const product = std::ceil(size * zoom);
     if (!(product > 0)) {
         return 0U;
     }
-    if (product > std::numeric_limits<int>::max()) {
+    if (product > access::mostElements) {
         return std::nullopt;
     }
     return static_cast<unsigned int>(product);

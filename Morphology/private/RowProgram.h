@@ -47,8 +47,9 @@ private:
     std::vector<Stage> stages_;
 };
 
-/// Whether runs of that many voxels side by side are made in registers.
 constexpr std::size_t shortestRun = 3;
+
+/// Whether runs of that many voxels side by side are made in registers.
 constexpr bool isLengthOfRun(std::size_t length)
 {
     return (length >= shortestRun && length <= 8) || length == 16 || length == 32;
@@ -79,7 +80,7 @@ struct StageExtent {
     bool readsNumbers = false;
     /// Whether it is the value outside wherever it lies beside the image, and need not be made there.
     bool isOutsideBesideImage = false;
-    /// Whether stages that are made beside the image read it there.
+    /// Whether a later stage may read it beside the image.
     bool isReadBesideImage = false;
 };
 
@@ -100,8 +101,8 @@ constexpr std::size_t strideOfRow(std::size_t bytes)
 std::size_t bytesKept(std::span<StageExtent const> extents, filters::LeafShape const& leaf, std::size_t bytesOfVoxel);
 
 /// A leaf with which the kept rows of the first program stay in the caches, if it can be, and those of the others take
-/// no more than a few MiB; null where even with a small leaf some take more. Where the image allows it there are leaves
-/// enough for all threads.
+/// no more than a few MiB; null where even with a small leaf some take more. In the plane there are two leaves for each
+/// thread, if the image is high enough.
 std::optional<filters::LeafShape> leafFor(std::span<RowProgram const> programs, access::Sizes const& sizes,
                                           std::size_t bytesOfVoxel, unsigned int numOfThreads);
 

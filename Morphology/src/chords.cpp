@@ -155,6 +155,17 @@ unsigned int numOfAlike(std::span<Chord const> chords)
     return count;
 }
 
+RowProgram programAsItStands(std::span<Offset3D const> offsets)
+{
+    Stage result;
+    for (Offset3D const& offset : offsets) {
+        result.taps.push_back({0, offset});
+    }
+    RowProgram program;
+    program.append(std::move(result));
+    return program;
+}
+
 RowProgram programAlong(Offset3D const& step, std::span<Offset3D const> offsets, bool mayHoldNan)
 {
     std::vector<Chord> const chords = chordsAlong(step, offsets);
@@ -187,13 +198,14 @@ RowProgram programAlong(Offset3D const& step, std::span<Offset3D const> offsets,
 
 RowProgram chordProgram(std::span<Offset3D const> offsets, bool mayHoldNan)
 {
-    RowProgram cheapest = programAlong({0, 0, 0}, offsets, mayHoldNan);
+    RowProgram cheapest = programAsItStands(offsets);
     std::size_t leastCost = costOf(cheapest);
     for (int plan = -1; plan <= 1; ++plan) {
         for (int row = -1; row <= 1; ++row) {
             for (int column = -1; column <= 1; ++column) {
                 Offset3D const step{column, row, plan};
-                if (numOfChordsAlong(step, offsets) >= leastCost) {
+                std::size_t const numOfChords = numOfChordsAlong(step, offsets);
+                if (numOfChords == offsets.size() || numOfChords >= leastCost) {
                     continue;
                 }
                 RowProgram program = programAlong(step, offsets, mayHoldNan);

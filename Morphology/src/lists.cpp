@@ -18,7 +18,10 @@ std::optional<RowProgram> cheapestProgram(std::span<kernel::Offset3D const> list
     RowProgram chords = chordProgram(list, mayHoldNan);
     bool const doChordsSaveMuch = 3 * costOf(chords) <= 2 * list.size(); // as of disks, with which no pairs compete
     auto pairs = mayHoldNan || doChordsSaveMuch ? std::nullopt : pairProgram(list);
-    return pairs && costOf(*pairs) < costOf(chords) ? *std::move(pairs) : chords;
+    if (pairs && costOf(*pairs) < costOf(chords)) {
+        return pairs;
+    }
+    return chords;
 }
 
 } // namespace

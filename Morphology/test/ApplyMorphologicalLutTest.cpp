@@ -497,6 +497,24 @@ TYPED_TEST(ApplyMorphologicalLut, reportsProgressUpToTheEndAndCanBeCancelled)
     EXPECT_THAT(voxelsOf<unsigned char>(*output), Each(0)); // out of the image in 50 passes
 }
 
+TYPED_TEST(ApplyMorphologicalLut, canBeCancelledWhileItsInputIsCopied)
+{
+    typename TypeParam::Lut lut;
+    lut.addKernel(Vector<unsigned char>(TypeParam::numOfVoxels));
+    auto const algorithm = TypeParam::Algorithm::New();
+    TestImage input;
+    fill(input, {4, 50, 1, 1, 1}, std::vector<unsigned char>(200, 5));
+    auto const output = makeImage({4, 50, 1, 1, 1}, std::vector<unsigned char>(200, 9));
+    int const before = input.numOfRowOperations();
+    input.beforeRowOperation = [&] { algorithm->cancelExecution(); };
+    algorithm->input = &input;
+    algorithm->morphologicalLut = &lut;
+    algorithm->output = output.get();
+    algorithm->run();
+    EXPECT_LE(input.numOfRowOperations() - before, 2); // a view asks for the first row
+    EXPECT_THAT(voxelsOf<unsigned char>(*output), Each(9));
+}
+
 TYPED_TEST(ApplyMorphologicalLut, canBeCancelledBetweenPasses)
 {
     typename TypeParam::Lut lut;

@@ -1,6 +1,5 @@
 #include <Moxelcore/Segmentation/TextureFeatureExtraction2D.h>
 
-#include <limits>
 #include <set>
 
 #include "Core/private/Helper/raise.h"
@@ -84,8 +83,7 @@ void clearUnwrittenPlanes(access::View<Out> const& view, Sizes const& input, std
 Sizes outputSizes(Sizes const& input, std::size_t numOfFeatures)
 {
     uint64 const series = uint64{input.timeSeries} * input.spectralSeries;
-    constexpr uint64 most = std::numeric_limits<int>::max();
-    if (series > most / numOfFeatures) {
+    if (series > access::mostElements / numOfFeatures) {
         helper::raise<InvalidCall>(source, "There are too many features for the time series of an image.");
     }
     return {input.columns, input.rows, input.plans, static_cast<unsigned int>(numOfFeatures * series), 1};

@@ -27,7 +27,11 @@ void watch()
     action.sa_flags = SA_RESTART; // a file operation under way is not cut short
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
-    sigaction(SIGHUP, &action, nullptr);
+    struct sigaction hangUp = {};
+    sigaction(SIGHUP, nullptr, &hangUp);
+    if (hangUp.sa_handler != SIG_IGN) { // as nohup has it
+        sigaction(SIGHUP, &action, nullptr);
+    }
     std::signal(SIGXFSZ, SIG_IGN); // the write that goes too far fails instead, and its file is taken away
 }
 

@@ -45,7 +45,7 @@ void storeModel(Model const& model, ResultFile& file)
         try {
             model.write(path.c_str(), modeOf(file.path()), true);
         } catch (mox::SerializationException const&) { // whose text names the temporary file
-            throw FileError("it cannot be written");
+            throw FileError("writing failed");
         }
     });
 }

@@ -14,6 +14,7 @@
 #include "apps/moxel/Errors.h"
 #include "apps/moxel/NearestNames.h"
 #include "apps/moxel/PropertyKind.h"
+#include "apps/moxel/TemporaryFile.h"
 #include "apps/moxel/TiffVoxelType.h"
 
 namespace moxel {
@@ -133,8 +134,7 @@ void requireDistinctOutputs(mox::BaseAlgorithm const& algorithm, std::vector<Run
     auto const outputs = outputsOf(algorithm);
     for (RunValue const& value : values) {
         bool const isOutput = std::find(outputs.begin(), outputs.end(), value.property) != outputs.end();
-        std::error_code ignored;
-        if (isOutput && !paths.insert(std::filesystem::weakly_canonical(value.text, ignored)).second) {
+        if (isOutput && !paths.insert(resolved(value.text)).second) {
             throw UsageError(quoted(value.text) + " is to take two results");
         }
     }

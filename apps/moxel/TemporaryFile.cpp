@@ -16,19 +16,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// A name that is a link stands for the file it leads to, even if there is none yet.
-fs::path resolved(fs::path const& path)
-{
-    constexpr int mostLinks = 40; // as the system has it
-    std::error_code error;
-    fs::path target = fs::absolute(path); // the bare name of a file that is not there would stay bare
-    for (int i = 0; i < mostLinks && fs::is_symlink(target, error); ++i) {
-        target = target.parent_path() / fs::read_symlink(target, error);
-    }
-    fs::path const result = fs::weakly_canonical(target, error);
-    return error ? target : result;
-}
-
 /// Creates a file under a name that none had.
 fs::path createIn(fs::path const& folder)
 {
@@ -47,6 +34,18 @@ fs::path createIn(fs::path const& folder)
 }
 
 } // namespace
+
+fs::path resolved(fs::path const& path)
+{
+    constexpr int mostLinks = 40; // as the system has it
+    std::error_code error;
+    fs::path target = fs::absolute(path); // the bare name of a file that is not there would stay bare
+    for (int i = 0; i < mostLinks && !fs::exists(target, error) && fs::is_symlink(target, error); ++i) {
+        target = target.parent_path() / fs::read_symlink(target, error);
+    }
+    fs::path const result = fs::weakly_canonical(target, error);
+    return error ? target : result;
+}
 
 TemporaryFile::TemporaryFile(fs::path const& finalPath)
     : finalPath_(resolved(finalPath))

@@ -24,6 +24,9 @@ private:
     std::filesystem::path path_;
 };
 
+/// The file that a name stands for. One that is a link stands for what it leads to, even if that is not there yet.
+std::filesystem::path resolved(std::filesystem::path const& path);
+
 /// Throws `FileError` when no file can be made under that name.
 void requireWritable(std::filesystem::path const& finalPath);
 

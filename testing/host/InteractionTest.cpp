@@ -41,6 +41,7 @@ TEST(Interaction, DrawsWhereThereIsABar)
 
 TEST(Interaction, PassesOnTheSignals)
 {
+    std::signal(SIGHUP, SIG_DFL);
     for (int const number : {SIGINT, SIGTERM, SIGHUP}) {
         interrupt::watch();
         Interaction interaction(nullptr);
@@ -48,7 +49,11 @@ TEST(Interaction, PassesOnTheSignals)
         std::raise(number);
         EXPECT_TRUE(interaction.isCancelRequested());
     }
+    std::signal(SIGHUP, SIG_IGN);
     interrupt::watch();
+    std::raise(SIGHUP);
+    EXPECT_FALSE(interrupt::isRequested());
+    std::signal(SIGHUP, SIG_DFL);
 }
 
 } // namespace

@@ -123,21 +123,34 @@ TEST_F(ModelFile, StaysAsItIsWhenTheTrainingFails)
     EXPECT_THAT(folder_.names(), ElementsAre("in.png", "mask.png", "model.mox", "wrong.png"));
 }
 
+/// While it lives, no file can grow.
+class NoRoom {
+public:
+    NoRoom()
+    {
+        interrupt::watch(); // ignores the signal that comes with it
+        getrlimit(RLIMIT_FSIZE, &before_);
+        rlimit const none{0, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &none);
+    }
+    NoRoom(NoRoom const&) = delete;
+    NoRoom& operator=(NoRoom const&) = delete;
+    ~NoRoom() { setrlimit(RLIMIT_FSIZE, &before_); }
+
+private:
+    rlimit before_{};
+};
+
 TEST_F(ModelFile, IsNamedWhereItCannotBeWritten)
 {
-    rlimit old{};
-    getrlimit(RLIMIT_FSIZE, &old);
-    interrupt::watch();
-    rlimit const none{0, old.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &none);
     std::string reason = "nothing thrown";
     try {
+        NoRoom const noRoom;
         create("model.mox");
     } catch (FileError const& error) {
         reason = error.what();
     }
-    setrlimit(RLIMIT_FSIZE, &old);
-    EXPECT_EQ(reason, "cannot write " + quoted(folder_ / "model.mox") + ": it cannot be written");
+    EXPECT_EQ(reason, "cannot write " + quoted(folder_ / "model.mox") + ": writing failed");
     EXPECT_THAT(folder_.names(), ElementsAre("in.png", "mask.png"));
 }
 

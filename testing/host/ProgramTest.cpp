@@ -140,6 +140,7 @@ bool waitForTemporary(Program& program, Folder const& folder, std::size_t names)
 
 TEST_F(ProgramTest, LeavesNothingWhenStoppedWhileWriting)
 {
+    std::signal(SIGHUP, SIG_DFL); // passed on to the program
     writeNoise({5000, 4000, 1, 1, 1});
     writeBytes(folder_ / "out.tif", {1, 2, 3});
     for (int const number : {SIGINT, SIGTERM, SIGHUP}) {

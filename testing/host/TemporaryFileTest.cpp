@@ -62,6 +62,16 @@ TEST(TemporaryFile, GoesWhereALinkLeadsThoughThereIsNoFile)
     EXPECT_EQ(readBytes(folder / "data/new.tif"), (Bytes{2}));
 }
 
+TEST(TemporaryFile, HasOneNameForAFileAndItsLink)
+{
+    Folder const folder;
+    fs::create_symlink("new.tif", folder / "link.tif");
+    EXPECT_EQ(resolved(folder / "link.tif"), resolved(folder / "new.tif"));
+    EXPECT_EQ(resolved(folder / "./new.tif"), resolved(folder / "new.tif"));
+    fs::create_symlink("loop.tif", folder / "loop.tif");
+    EXPECT_NO_THROW(resolved(folder / "loop.tif"));
+}
+
 TEST(TemporaryFile, LeavesALinkWhereItIs)
 {
     Folder const folder;

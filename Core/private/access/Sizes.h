@@ -5,6 +5,10 @@
 
 namespace mox::access {
 
+/// Positions are numbers of type `int`, and so are those beside an image, as far from it as it is large. No image may
+/// have more elements in a dimension.
+constexpr unsigned int mostElements = 1U << 30U;
+
 /// The five sizes of an image.
 struct Sizes {
     unsigned int columns = 0;

@@ -15,9 +15,6 @@ namespace mox::access {
 
 namespace {
 
-/// Positions are numbers of type `int`, and so are those beside an image, as far from it as it is large.
-constexpr unsigned int mostElements = 1U << 30U;
-
 Sizes const& requirePositions(Sizes const& sizes)
 {
     if (std::max({sizes.columns, sizes.rows, sizes.plans, sizes.timeSeries, sizes.spectralSeries}) > mostElements) {

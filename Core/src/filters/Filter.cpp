@@ -3,6 +3,7 @@
 #include <Moxelcore/Core/access/Block2d.h>
 #include <Moxelcore/Core/access/Block3d.h>
 
+#include <tbb/global_control.h>
 #include <tbb/parallel_for.h>
 #include <tbb/parallel_reduce.h>
 #include <tbb/task_arena.h>
@@ -18,7 +19,9 @@ using access::Block3d;
 
 unsigned int numOfThreads()
 {
-    return static_cast<unsigned int>(tbb::this_task_arena::max_concurrency());
+    auto const arena = static_cast<std::size_t>(tbb::this_task_arena::max_concurrency());
+    std::size_t const allowed = tbb::global_control::active_value(tbb::global_control::max_allowed_parallelism);
+    return static_cast<unsigned int>(std::min(arena, allowed));
 }
 
 struct Filter::Context {

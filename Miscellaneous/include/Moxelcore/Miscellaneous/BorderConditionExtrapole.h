@@ -35,7 +35,7 @@ namespace mox::miscellaneous {
 /// not lead into the image, as with a single row, it reads the nearest voxel.
 ///
 /// Starts no parallel loop. Throws `RuleException` for a null or complex input and a null output,
-/// "Image cannot be resized" for an output that does not take its sizes, for one of more than 2^31 - 1 columns or rows
+/// "Image cannot be resized" for an output that does not take its sizes, for one of more than 2^30 columns or rows
 /// and for one that is the input, unless Z is 1; `InvalidCall` for another "bctype".
 class MOXELCORE_API BorderConditionExtrapole final : public BaseAlgorithm {
     MOX_DECLARE_ALGORITHM(BorderConditionExtrapole)
