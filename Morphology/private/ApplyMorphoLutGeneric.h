@@ -135,8 +135,8 @@ private:
                 codes[i] = codes_[static_cast<Index>(bits[i] | bits[i + 1] << 1U | bits[i + 2] << 2U)];
             }
             std::array<T, chunk> made;
-            pass.changed |= act(codes, lines[lines.size() / 2].voxels + x, count, made);
-            pass.differsFromBefore |= isFirst_ || differ(made, out + x, count);
+            pass.changed |= act(codes, lines[lines.size() / 2].voxels + x, count, made.data());
+            pass.differsFromBefore |= isFirst_ || differ(made.data(), out + x, count);
             std::copy_n(made.begin(), count, out + x);
         }
     }
@@ -156,8 +156,7 @@ private:
     }
 
     /// Whether any voxel is another one than before.
-    static bool act(std::array<unsigned char, chunk> const& codes, T const* in, std::size_t count,
-                    std::array<T, chunk>& made)
+    static bool act(std::array<unsigned char, chunk> const& codes, T const* in, std::size_t count, T* made)
     {
         unsigned char changed = 0;
         for (std::size_t i = 0; i < count; ++i) {
@@ -167,7 +166,7 @@ private:
         return changed != 0;
     }
 
-    static bool differ(std::array<T, chunk> const& made, T const* before, std::size_t count)
+    static bool differ(T const* made, T const* before, std::size_t count)
     {
         unsigned char differs = 0;
         for (std::size_t i = 0; i < count; ++i) {
