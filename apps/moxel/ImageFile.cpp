@@ -1,8 +1,6 @@
 #include "apps/moxel/ImageFile.h"
 
-#include <algorithm>
 #include <array>
-#include <cctype>
 #include <cstdio>
 #include <string>
 #include <string_view>
@@ -13,6 +11,7 @@
 #include "apps/moxel/PngReader.h"
 #include "apps/moxel/PngWriter.h"
 #include "apps/moxel/TiffReader.h"
+#include "apps/moxel/extension.h"
 
 namespace moxel {
 
@@ -74,9 +73,7 @@ std::unique_ptr<mox::memory::InMemoryImage> readImage(fs::path const& path, std:
 
 ImageFormat formatOf(fs::path const& path)
 {
-    std::string extension = path.extension();
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    std::string const extension = extensionOf(path);
     if (extension == ".png") {
         return ImageFormat::png;
     }

@@ -3,13 +3,12 @@
 #include <Moxelcore/Classification/TextureClassificationModel.h>
 #include <Moxelcore/Core/Exception.h>
 
-#include <algorithm>
-#include <cctype>
 #include <filesystem>
 #include <utility>
 
 #include "apps/moxel/Errors.h"
 #include "apps/moxel/ResultFile.h"
+#include "apps/moxel/extension.h"
 
 namespace moxel {
 
@@ -20,9 +19,7 @@ using Model = mox::classification::TextureClassificationModel;
 /// By the extension, as the library reads it.
 mox::classification::WriteMode modeOf(std::filesystem::path const& path)
 {
-    std::string extension = path.extension().string();
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    std::string const extension = extensionOf(path);
     return extension == ".xml"   ? mox::classification::WRITE_MODE_XML
            : extension == ".txt" ? mox::classification::WRITE_MODE_TEXT
                                  : mox::classification::WRITE_MODE_BINARY;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <fstream>
 
+#include "apps/moxel/extension.h"
+
 namespace moxel {
 
 namespace {
@@ -40,7 +42,8 @@ std::vector<std::string> componentsOf(std::string line)
 
 bool namesPointsFile(std::string const& text)
 {
-    return text.ends_with(".csv") || text.ends_with(".txt") || text.ends_with(".CSV") || text.ends_with(".TXT");
+    std::string const extension = extensionOf(text);
+    return extension == ".csv" || extension == ".txt";
 }
 
 std::vector<PointLine> readPointLines(std::filesystem::path const& path)

@@ -99,6 +99,7 @@ TEST_F(Registration, FilesAndWordsAreToldApart)
 {
     EXPECT_TRUE(namesPointsFile("a.csv"));
     EXPECT_TRUE(namesPointsFile("b/c:d.txt"));
+    EXPECT_TRUE(namesPointsFile("a.CSV"));
     EXPECT_FALSE(namesPointsFile("1:2,3:4"));
     EXPECT_FALSE(namesPointsFile(""));
 }
